@@ -1,0 +1,31 @@
+#include "app/controls.h"
+
+bool SetStyleBit(HWND window, int index, LONG bit, bool on)
+{
+    const LONG value = GetWindowLongA(window, index);
+    if (((value & bit) != 0) == on)
+        return false;
+    SetWindowLongA(window, index, on ? (value | bit) : (value & ~bit));
+    return true;
+}
+
+void SetControlVisible(HWND dialog, int id, bool visible)
+{
+    HWND control = GetDlgItem(dialog, id);
+    if (!control || !SetStyleBit(control, GWL_STYLE, WS_VISIBLE, visible))
+        return;
+    InvalidateRect(control, nullptr, TRUE);
+    if (!visible) {
+        RECT place;
+        GetWindowRect(control, &place);
+        MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
+        InvalidateRect(dialog, &place, TRUE);
+    }
+}
+
+void SetControlEnabled(HWND dialog, int id, bool enabled)
+{
+    HWND control = GetDlgItem(dialog, id);
+    if (control)
+        SetStyleBit(control, GWL_STYLE, WS_DISABLED, !enabled);
+}

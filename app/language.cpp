@@ -1,0 +1,5 @@
+#include "app/language.h"
+
+void RunLanguageDialog(HWND)
+{
+}

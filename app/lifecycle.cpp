@@ -1,0 +1,224 @@
+// The main window's start-up sequence (run while it is created) and shutdown sequence (run
+// while it is destroyed).
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <windows.h>
+#include <mmsystem.h>
+
+#include "app/app_state.h"
+#include "app/commands.h"
+#include "app/language.h"
+#include "app/main_window.h"
+#include "app/settings.h"
+#include "app/strings.h"
+#include "app/toolbar.h"
+#include "files/collection.h"
+#include "model/gdi_objects.h"
+#include "model/memory_dc.h"
+#include "model/puzzle.h"
+#include "play/drag.h"
+#include "resources/resource.h"
+
+namespace {
+
+constexpr const char* SettingsRoot = "Software\\Tovira Software\\";
+constexpr int TitleSize = 100;
+
+bool pathExists(const char* path)
+{
+    WIN32_FIND_DATAA found;
+    HANDLE search = FindFirstFileA(path, &found);
+    if (search == INVALID_HANDLE_VALUE)
+        return false;
+    FindClose(search);
+    return true;
+}
+
+void makeWorkingFolder(char* folder, const char* name)
+{
+    wsprintfA(folder, "%s\\%s", appState.startFolder, name);
+    if (!pathExists(folder))
+        CreateDirectoryA(folder, nullptr);  // a failure only costs the default folder
+}
+
+char* settingsKey(const char* leaf)
+{
+    const size_t size = strlen(SettingsRoot) + strlen(ProgramName) + strlen(leaf) + 1;
+    char* key = static_cast<char*>(malloc(size));
+    wsprintfA(key, "%s%s%s", SettingsRoot, ProgramName, leaf);
+    return key;
+}
+
+void createToolbar(HWND window)
+{
+    appState.toolbar =
+        CreateDialogParamA(appState.instance, "TOOLBAR1", window, ToolbarDialogProc, 0);
+    RECT strip{};
+    GetWindowRect(appState.toolbar, &strip);
+    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&strip), 2);
+    SetWindowPos(appState.toolbar, nullptr, strip.left, strip.top, appState.screenWidth,
+                 strip.bottom - strip.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    GetWindowRect(appState.toolbar, &appState.toolbarRect);
+    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&appState.toolbarRect), 2);
+    const int bottom = appState.toolbarRect.bottom;
+    appState.boardRect = RECT{0, bottom, appState.maximisedWidth, appState.maximisedHeight};
+    appState.paintOriginX = 0;
+    appState.paintOriginY = bottom + 1;
+}
+
+void placePuzzleArea(HWND window)
+{
+    appState.areaWidth = static_cast<int>(std::trunc(appState.screenWidth * PuzzleAreaShare));
+    appState.areaHeight = static_cast<int>(std::trunc(appState.screenHeight * PuzzleAreaShare));
+    RECT client;
+    GetClientRect(window, &client);
+    appState.areaOriginX = client.right - appState.areaWidth;
+    appState.areaOriginY = client.bottom - appState.areaHeight;
+}
+
+void loadCursors()
+{
+    appState.handCursor = LoadCursorA(appState.instance, MAKEINTRESOURCEA(IDR_HAND_CURSOR));
+    appState.arrowCursor = LoadCursorA(nullptr, IDC_ARROW);
+    appState.waitCursor = LoadCursorA(nullptr, IDC_WAIT);
+    appState.crossCursor = LoadCursorA(nullptr, IDC_CROSS);
+    appState.noCursor = LoadCursorA(nullptr, IDC_NO);
+    SetCursor(appState.arrowCursor);
+}
+
+// The two bars of the puzzle area stay where they are made; Make shows and sets them.
+void createScrollBars(HWND window)
+{
+    appState.vScrollWidth = GetSystemMetrics(SM_CXVSCROLL);
+    appState.hScrollHeight = GetSystemMetrics(SM_CYHSCROLL);
+    const int x = appState.areaOriginX, y = appState.areaOriginY;
+    appState.hScrollBar = CreateWindowExA(
+        0, "SCROLLBAR", "Hor.scroll bar", WS_CHILD | SBS_BOTTOMALIGN, x, y,
+        appState.areaWidth - appState.vScrollWidth, appState.areaHeight, window, nullptr,
+        appState.instance, nullptr);
+    appState.vScrollBar = CreateWindowExA(
+        0, "SCROLLBAR", "Ver.scroll bar", WS_CHILD | SBS_VERT | SBS_RIGHTALIGN, x, y,
+        appState.areaWidth, appState.areaHeight - appState.hScrollHeight, window, nullptr,
+        appState.instance, nullptr);
+}
+
+void chooseLanguage(HWND window)
+{
+    ReadIntSetting(appState.optionsKey, "TextLanguage", "0", appState.language);
+    ReadIntSetting(appState.optionsKey, "SupLangDlg", "0", appState.suppressLanguageDialog);
+    if (appState.suppressLanguageDialog == 0) {
+        strcpy(appState.helpFile, "ToviraPuzzle.hlp");
+        RunLanguageDialog(window);
+    }
+    strcpy(appState.helpFile, appState.startFolder);
+    if (appState.language == 0) {
+        strcat(appState.helpFile, "\\ToviraPuzzle.hlp");
+        appState.languageOffset = 0;
+    } else if (appState.language == 1) {
+        strcat(appState.helpFile, "\\ToviraPuzzleEs.hlp");
+        appState.languageOffset = SpanishOffset;
+    }
+}
+
+// Each option is set to its opposite and toggled, which also sets the check mark.
+void applyStoredOutline(const char* name, const char* defaultText, int commandId, bool& flag)
+{
+    int value = 0;
+    ReadIntSetting(appState.optionsKey, name, defaultText, value);
+    flag = value == 0;
+    ToggleOutline(commandId);
+}
+
+}  // namespace
+
+void StartUp(HWND window)
+{
+    appState.mainWindow = window;
+    appState.soundOn = true;
+    GetCurrentDirectoryA(sizeof appState.startFolder, appState.startFolder);
+    makeWorkingFolder(appState.puzzleFolder, "Puz");
+    strcpy(appState.autoPuzzleFolder, appState.puzzleFolder);
+    makeWorkingFolder(appState.collectionFolder, "Col");
+    appState.versionText = "1.0.0";
+    appState.previewBoxWidth = PreviewBoxSize;
+    appState.previewBoxHeight = PreviewBoxSize;
+
+    appState.windowDC = GetDC(window);
+    createMemoryDC(appState.backgroundDC, appState.windowDC, appState.backgroundBitmap,
+                   appState.screenWidth, appState.screenHeight, false);
+    BitBlt(appState.backgroundDC, 0, 0, appState.screenWidth, appState.screenHeight, nullptr, 0,
+           0, WHITENESS);
+
+    createToolbar(window);
+    placePuzzleArea(window);
+    loadCursors();
+    appState.menu = GetMenu(window);
+    ApplyInterfaceMenuRule();
+    createScrollBars(window);
+
+    appState.optionsKey = settingsKey("\\Options");
+    appState.historyKey = settingsKey("\\History");
+    LoadRecentLists();
+    ReadSetting(appState.optionsKey, "Pictures Folder", appState.startFolder,
+                appState.picturesFolder);
+    char defaultFolder[MAX_PATH];
+    strcpy(defaultFolder, appState.collectionFolder);
+    ReadSetting(appState.optionsKey, "Puzzle Collection Folder", defaultFolder,
+                appState.collectionFolder);
+    strcpy(defaultFolder, appState.puzzleFolder);
+    ReadSetting(appState.optionsKey, "Puzzle Folder", defaultFolder, appState.puzzleFolder);
+
+    chooseLanguage(window);
+
+    char defaultCollection[MAX_PATH];
+    ReadSetting(appState.optionsKey, "Default Collection", "", defaultCollection);
+    ReadIntSetting(appState.optionsKey, "Interface Type", "0", appState.interfaceType);
+    if (defaultCollection[0])
+        openCollection(defaultCollection);
+    else
+        appState.interfaceType = AdvancedInterface;  // the simple interface needs a collection
+
+    char title[TitleSize];
+    loadString(appState.instance, IDS_WINDOW_TITLE, title, sizeof title);
+    SetWindowTextA(window, title);
+    SetMenuTexts();
+    SendMessageA(window, WM_COMMAND,
+                 appState.interfaceType == SimpleInterface ? IDM_SIMPLE_INTERFACE
+                                                           : IDM_ADVANCED_INTERFACE,
+                 0);
+    UpdateCommandStates();
+    for (int kind = RecentPictures; kind <= RecentCollections; ++kind)
+        BuildRecentMenu(kind);
+
+    applyStoredOutline("Outline", "1", IDM_DRAW_OUTLINE, appState.drawOutline);
+    applyStoredOutline("OutlineSet", "0", IDM_DRAW_SET_OUTLINE, appState.drawSetOutline);
+}
+
+void ShutDown(HWND window)
+{
+    endDragInPlace();
+    if (thePuzzle.made)
+        thePuzzle.clear();
+    PlaySoundA(nullptr, appState.instance, SND_PURGE);
+    WriteSetting(appState.optionsKey, "Pictures Folder", appState.picturesFolder);
+    WriteSetting(appState.optionsKey, "Puzzle Collection Folder", appState.collectionFolder);
+    WriteSetting(appState.optionsKey, "Puzzle Folder", appState.puzzleFolder);
+    WriteIntSetting(appState.optionsKey, "Outline", appState.drawOutline ? 1 : 0);
+    WriteIntSetting(appState.optionsKey, "OutlineSet", appState.drawSetOutline ? 1 : 0);
+    SaveRecentLists();
+    free(appState.optionsKey);
+    free(appState.historyKey);
+    appState.optionsKey = appState.historyKey = nullptr;
+    // Help is not built yet, so the help system has nothing to close.
+    PostQuitMessage(0);
+
+    ReleaseDC(window, appState.windowDC);
+    appState.windowDC = nullptr;
+    gdi::deleteObject(appState.tipFont);
+    gdi::deleteObject(appState.tipBrush);
+    appState.tipFont = nullptr;
+    appState.tipBrush = nullptr;
+    deleteMemoryDC(appState.boardDC, appState.boardBitmap);
+    deleteMemoryDC(appState.backgroundDC, appState.backgroundBitmap);
+}

@@ -1,0 +1,5 @@
+#include "files/collection.h"
+
+void openCollection(const char*)
+{
+}

@@ -1,0 +1,17 @@
+#include "files/message.h"
+
+#include <cstring>
+
+#include "app/strings.h"
+
+int showMessage(HINSTANCE instance, HWND owner, int textId, int captionId, UINT type,
+                const char* suffix)
+{
+    char text[MAX_PATH + 512];
+    char caption[256];
+    loadString(instance, textId, text, sizeof text);
+    loadString(instance, captionId, caption, sizeof caption);
+    if (suffix && *suffix)
+        strncat(text, suffix, sizeof text - strlen(text) - 1);
+    return MessageBoxA(owner, text, caption, type);
+}

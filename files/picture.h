@@ -1,0 +1,57 @@
+#pragma once
+// The one loaded source picture: decoded by the platform's picture decoder, rendered at its
+// natural size (later at puzzle size) and as a preview fitted into the preview box.
+#include <windows.h>
+#include <ocidl.h>
+#include <olectl.h>
+
+class Picture {
+public:
+    Picture();
+    virtual ~Picture();
+    Picture(const Picture&) = delete;
+    Picture& operator=(const Picture&) = delete;
+
+    // Loads and renders a BMP, JPEG or GIF file. A file that cannot be opened renders the
+    // picture already held again; one that cannot be decoded leaves the images as they were.
+    void loadPicture(const char* path);
+    // Re-renders the picture image at the puzzle size.
+    void renderAtSize(int w, int h);
+    // Whitens both images; the decoded picture stays.
+    void blank();
+    // Shows path's picture as the preview on a fresh, white board image.
+    void loadPreview(const char* path);
+
+    int hiMetricWidth;
+    int hiMetricHeight;
+    IPicture* picture;
+    HDC pictureDC;
+    HDC previewDC;
+    int naturalWidth;
+    int naturalHeight;
+    int previewX;
+    int previewY;
+    int previewWidth;
+    int previewHeight;
+    float aspectRatio;  // naturalWidth / naturalHeight
+    HBITMAP pictureBitmap;
+    HBITMAP previewBitmap;
+    HWND ownerWindow;
+
+private:
+    void render(HDC dc, int w, int h);
+};
+
+// The path of the picture loadPreview last loaded.
+extern char loadedPicturePath[MAX_PATH];
+
+// The one picture of the program (constructed first, destroyed last).
+extern Picture thePicture;
+
+// Opens a picture for a new puzzle: preview, the size dialog in both modes, no puzzle yet.
+void openPictureCommand(const char* path);
+
+// Shrinks width or height so that width / height comes to ratio.
+void fitToRatio(int& width, int& height, float ratio);
+// Rounds to the nearest integer; an exact half rounds down.
+int roundToInt(float value);

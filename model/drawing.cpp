@@ -1,0 +1,228 @@
+// Repainting windows back to front from the background and the pieces, drawing groups, the
+// images used while dragging, and the pattern of piece outlines in the puzzle area.
+#include <vector>
+
+#include "model/gdi_objects.h"
+#include "model/masked_drawing.h"
+#include "model/memory_dc.h"
+#include "model/puzzle.h"
+#include "play/piece_group.h"
+#include "play/tray.h"
+
+namespace {
+
+bool intersect(RECT& out, const RECT& a, const RECT& b)
+{
+    return IntersectRect(&out, &a, &b) != FALSE;
+}
+
+}  // namespace
+
+bool Puzzle::neighbourIsSet(int neighbour) const
+{
+    return neighbour >= 0 && pieces[neighbour].isSet;
+}
+
+void Puzzle::drawGroup(const RECT& clip, int p)
+{
+    if (!findGroup(pieces[p].groupId, false))
+        return;
+    const PieceGroup& group = *foundGroup;
+    HDC image = scratchSurface(ScratchImage, group.width, group.height);
+    HDC mask = scratchSurface(ScratchMask, group.width, group.height);
+    if (!image || !mask)
+        return;
+    fillMaskedPair(image, mask, group.width, group.height, group.region, pictureDC,
+                   group.sourceX, group.sourceY);
+    if (drawOutline)
+        frameOutline(image, group.region);
+    blitMasked(pieces[p].targetDC, clip.left, clip.top, clip.right - clip.left,
+               clip.bottom - clip.top, mask, image, clip.left - group.x, clip.top - group.y);
+}
+
+void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
+{
+    if (!made)
+        return;
+    HDC target = boardDC;
+    int targetWidth = boardWidth, targetHeight = boardHeight;
+    if (trayId != 0) {
+        if (!(currentTray && currentTray->id == trayId) && !findTray(trayId, true))
+            return;
+        target = currentTray->imageDC;
+        targetWidth = currentTray->viewWidth;
+        targetHeight = currentTray->viewHeight;
+    }
+    createMemoryDC(compositionDC, pictureDC, compositionBitmap, targetWidth, targetHeight, true);
+
+    const RECT visible = getPuzzleArea(true);
+
+    // Occlusion pass, from the top down: list what meets rect and shrink what is still to
+    // be painted by every piece's solid core, stopping once nothing is left.
+    RECT remaining = rect;
+    std::vector<int> list;
+    list.reserve(64);
+    for (int z = pieceCount - 1; z >= 0; --z) {
+        const int p = zOrder[z];
+        const Piece& piece = pieces[p];
+        if (!piece.isVisible || piece.trayId != trayId)
+            continue;
+        RECT bounds = piece.getBounds(true, false, false);
+        RECT core = piece.getBounds(true, false, true);
+        if (piece.isSet) {
+            // A set piece hides nothing outside the visible puzzle area.
+            if (!intersect(bounds, bounds, visible))
+                continue;
+            OffsetRect(&bounds, -scrollX, -scrollY);
+            if (intersect(core, core, visible))
+                OffsetRect(&core, -scrollX, -scrollY);
+            else
+                SetRectEmpty(&core);
+        }
+        RECT meets;
+        if (!intersect(meets, bounds, remaining))
+            continue;
+        list.push_back(p);
+        RECT covered;
+        if (intersect(covered, core, remaining)) {
+            RECT rest;
+            if (SubtractRect(&rest, &remaining, &covered))
+                remaining = rest;
+            else
+                SetRectEmpty(&remaining);
+        }
+        if (IsRectEmpty(&remaining))
+            break;
+    }
+
+    if (!IsRectEmpty(&remaining)) {
+        const int w = remaining.right - remaining.left;
+        const int h = remaining.bottom - remaining.top;
+        BitBlt(compositionDC, remaining.left, remaining.top, w, h, nullptr, 0, 0, WHITENESS);
+        if (trayId == 0) {
+            const RECT preview{previewX, previewY, previewX + previewWidth,
+                               previewY + previewHeight};
+            RECT part;
+            if (intersect(part, preview, remaining))
+                BitBlt(compositionDC, part.left, part.top, part.right - part.left,
+                       part.bottom - part.top, previewDC, part.left - previewX,
+                       part.top - previewY, SRCCOPY);
+            BitBlt(compositionDC, originX, originY, visibleWidth, visibleHeight, backgroundDC,
+                   originX, originY, SRCCOPY);
+        }
+        BitBlt(target, remaining.left, remaining.top, w, h, compositionDC, remaining.left,
+               remaining.top, SRCCOPY);
+    }
+
+    // Lowest first, so that higher pieces cover lower ones; each wherever it meets rect.
+    for (auto it = list.rbegin(); it != list.rend(); ++it) {
+        Piece& piece = pieces[*it];
+        if (!piece.isVisible || piece.trayId != trayId)
+            continue;
+        RECT bounds = piece.getBounds(true, false, false);
+        RECT clip = rect;
+        int offsetX = 0, offsetY = 0;
+        if (piece.isSet) {
+            if (!intersect(bounds, bounds, visible))
+                continue;
+            OffsetRect(&clip, scrollX, scrollY);
+            offsetX = scrollX;
+            offsetY = scrollY;
+        }
+        RECT part;
+        if (!intersect(part, bounds, clip))
+            continue;
+        if (piece.isGrouped)
+            drawGroup(part, *it);
+        else
+            piece.draw(part, offsetX, offsetY, neighbourIsSet(piece.neighbourUp),
+                       neighbourIsSet(piece.neighbourDown), neighbourIsSet(piece.neighbourLeft),
+                       neighbourIsSet(piece.neighbourRight));
+    }
+
+    // Dragging restores what lay under the item from this copy of the window's image.
+    BitBlt(compositionDC, 0, 0, boardWidth, boardHeight, target, 0, 0, SRCCOPY);
+
+    if (window) {
+        InvalidateRect(window, &rect, FALSE);
+        UpdateWindow(window);
+    }
+}
+
+void Puzzle::prepareDragImage(int p, int mouseX, int mouseY)
+{
+    const Piece& piece = pieces[p];
+    int w = piece.width, h = piece.height;
+    HRGN outline = piece.region;
+    int pictureX = piece.sourceX, pictureY = piece.sourceY;
+    if (!piece.isGrouped) {
+        grabOffsetX = mouseX - piece.x;
+        grabOffsetY = mouseY - piece.y;
+    } else {
+        if (!findGroup(piece.groupId, true))
+            return;
+        const PieceGroup& group = *currentGroup;
+        grabOffsetX = mouseX - group.x;
+        grabOffsetY = mouseY - group.y;
+        w = group.width;
+        h = group.height;
+        outline = group.region;
+        pictureX = group.sourceX;
+        pictureY = group.sourceY;
+    }
+    createMemoryDC(dragImageDC, pictureDC, dragImageBitmap, w, h, true);
+    createMemoryDC(dragMaskDC, pictureDC, dragMaskBitmap, w, h, true);
+    fillMaskedPair(dragImageDC, dragMaskDC, w, h, outline, pictureDC, pictureX, pictureY);
+    if (drawOutline)
+        frameOutline(dragImageDC, outline);
+    moveItem(p, mouseX, mouseY, true, true, false, false);
+}
+
+void drawDragImage(const RECT& rect, int posX, int posY, int w, int h, HDC maskDC, HDC imageDC,
+                   HDC destDC, HDC backDC)
+{
+    const int rw = rect.right - rect.left, rh = rect.bottom - rect.top;
+    HDC pass = scratchSurface(ScratchPass, rw, rh);
+    if (!pass)
+        return;
+    BitBlt(pass, 0, 0, rw, rh, nullptr, 0, 0, WHITENESS);
+    BitBlt(pass, 0, 0, rw, rh, backDC, rect.left, rect.top, SRCCOPY);
+    blitMasked(pass, posX - rect.left, posY - rect.top, w, h, maskDC, imageDC, 0, 0);
+    BitBlt(destDC, rect.left, rect.top, rw, rh, pass, 0, 0, SRCCOPY);
+}
+
+void Puzzle::refreshPattern(bool toggle)
+{
+    if (toggle)
+        patternShown = !patternShown;
+    BitBlt(backgroundDC, originX, originY, visibleWidth, visibleHeight, nullptr, 0, 0,
+           WHITENESS);
+    Rectangle(backgroundDC, originX, originY, originX + visibleWidth, originY + visibleHeight);
+    if (patternShown && made) {
+        HRGN outline = gdi::createRectRgn(0, 0, 0, 0);
+        for (int p = 0; p < pieceCount; ++p) {
+            CombineRgn(outline, pieces[p].region, nullptr, RGN_COPY);
+            OffsetRgn(outline, pieces[p].homeX - scrollX, pieces[p].homeY - scrollY);
+            frameOutline(backgroundDC, outline);
+        }
+        gdi::deleteObject(outline);
+    }
+    repaintRect(getPuzzleArea(false), 0, mainWindow);
+}
+
+void Puzzle::applyOutlineOptions(bool outline, bool setOutline)
+{
+    drawOutline = outline;
+    drawSetOutline = setOutline;
+    for (int p = 0; p < pieceCount && made; ++p) {
+        pieces[p].drawOutline = outline;
+        pieces[p].drawSetOutline = setOutline;
+    }
+    repaintRect(RECT{boardLeft, boardTop, boardLeft + boardWidth, boardTop + boardHeight}, 0,
+                mainWindow);
+    for (Tray* tray = firstTray; tray; tray = tray->next) {
+        RECT client;
+        GetClientRect(tray->window, &client);
+        repaintRect(client, tray->id, tray->window);
+    }
+}

@@ -1,0 +1,122 @@
+// Cutting the picture into a grid of pieces with tabs and sockets, and scattering them.
+#include <cmath>
+#include <ctime>
+
+#include "model/puzzle.h"
+#include "model/random.h"
+
+namespace {
+
+constexpr int PlacementTries = 500;
+constexpr int FallbackGap = 5;  // the fall-back place lies this far right of and below the preview
+
+KnobKind complement(KnobKind kind)
+{
+    return kind == Out ? In : kind == In ? Out : kind;
+}
+
+double unitRandom()
+{
+    return nextRandom() * (1.0 / RandomRange);
+}
+
+}  // namespace
+
+KnobKind Puzzle::randomKnobKind()
+{
+    const int n = static_cast<int>(std::floor(1 + unitRandom() * 100));
+    return n > 50 ? In : Out;
+}
+
+POINT Puzzle::randomPosition(int w, int h)
+{
+    for (int attempt = 0; attempt < PlacementTries; ++attempt) {
+        const int rx = static_cast<int>(
+            std::floor(unitRandom() * ((boardWidth - w) - boardLeft) + boardLeft));
+        const int ry = static_cast<int>(
+            std::floor(unitRandom() * ((boardHeight - h) - boardTop) + boardTop));
+        // Right of the preview or below it: the piece does not cover the preview.
+        if (rx >= previewX + previewWidth || ry >= previewY + previewHeight)
+            return POINT{rx, ry};
+    }
+    return POINT{previewX + previewWidth + FallbackGap, previewY + previewHeight + FallbackGap};
+}
+
+void Puzzle::generate()
+{
+    generate(static_cast<unsigned>(std::time(nullptr)));
+}
+
+void Puzzle::generate(unsigned seed)
+{
+    if (pieceCount == 0 || rows == 0 || columns == 0)
+        return;
+    seedRandom(seed);
+    pieces = new Piece[pieceCount];
+    zOrder = new int[pieceCount];
+    made = true;
+    buildPieces();
+}
+
+void Puzzle::buildPieces()
+{
+    // The first extraCols columns and extraRows rows are one pixel larger, so that the
+    // cells cover the puzzle exactly.
+    const int baseW = width / columns;
+    const int baseH = height / rows;
+    const int extraCols = width - baseW * columns;
+    const int extraRows = height - baseH * rows;
+    // One knob size for every piece and both directions, from the base cell height.
+    const int knob = baseH / 8;
+
+    int cellY = originY;
+    int cellH = baseH + 1;
+    for (int row = 0; row < rows; ++row) {
+        int cellW = baseW + 1;
+        int cellX = originX;
+        if (row >= extraRows)
+            cellH = baseH;
+        for (int column = 0; column < columns; ++column) {
+            if (column >= extraCols)
+                cellW = baseW;
+            const int p = row * columns + column;
+            Piece& piece = pieces[p];
+            piece.neighbourUp = row > 0 ? p - columns : -1;
+            piece.neighbourDown = row < rows - 1 ? p + columns : -1;
+            piece.neighbourLeft = column > 0 ? p - 1 : -1;
+            piece.neighbourRight = column < columns - 1 ? p + 1 : -1;
+
+            piece.homeX = cellX;
+            piece.x = cellX - originX;
+            piece.homeY = cellY;
+            piece.y = cellY - originY;
+            piece.width = cellW;
+            piece.height = cellH;
+            piece.zIndex = p;
+
+            if (shapeMode == Knobbed) {
+                piece.knobSize = knob;
+                piece.knobBottom = row == rows - 1 ? Flat : randomKnobKind();
+                piece.knobTop = row == 0 ? Flat : complement(pieces[p - columns].knobBottom);
+                piece.knobRight = column == columns - 1 ? Flat : randomKnobKind();
+                piece.knobLeft = column == 0 ? Flat : complement(pieces[p - 1].knobRight);
+            } else {
+                piece.knobSize = 0;
+                piece.knobTop = piece.knobBottom = piece.knobRight = piece.knobLeft = Flat;
+            }
+
+            piece.shapes = &shapes;
+            piece.buildShape(originX, originY);
+            piece.assignWindow(mainWindow, boardDC, 0);
+            piece.sourceDC = pictureDC;
+            piece.drawOutline = drawOutline;
+            piece.drawSetOutline = drawSetOutline;
+
+            cellX += cellW;
+            const POINT place = randomPosition(cellW, cellH);
+            piece.moveTo(place.x, place.y, true);
+            zOrder[p] = p;
+        }
+        cellY += cellH;
+    }
+}

@@ -1,0 +1,222 @@
+#include "model/puzzle.h"
+
+#include <cstring>
+
+#include "files/picture.h"
+#include "model/masked_drawing.h"
+#include "model/memory_dc.h"
+#include "play/piece_group.h"
+#include "play/tray.h"
+
+Puzzle::Puzzle()
+    : compositionBitmap(nullptr), dragMaskBitmap(nullptr), dragImageBitmap(nullptr),
+      pieceCount(0), columns(0), rows(0), width(0), height(0), boardWidth(0), boardHeight(0),
+      boardLeft(0), boardTop(0), originX(0), originY(0), naturalWidth(0), naturalHeight(0),
+      visibleWidth(0), visibleHeight(0), scrollX(0), scrollY(0), previewX(0), previewY(0),
+      previewWidth(0), previewHeight(0), zOrder(nullptr), shapeMode(Rectangular),
+      dragLastX(0), dragLastY(0), grabOffsetX(0), grabOffsetY(0), groupCount(0),
+      lastGroupId(0), trayCount(0), lastTrayId(0), puzzlePath{}, picturePath{}, made(false),
+      drawOutline(false), patternShown(false), drawSetOutline(false), mainWindow(nullptr),
+      instance(nullptr), pictureDC(nullptr), boardDC(nullptr), compositionDC(nullptr),
+      backgroundDC(nullptr), previewDC(nullptr), dragMaskDC(nullptr), dragImageDC(nullptr),
+      windowDC(nullptr), pieces(nullptr), currentGroup(nullptr), firstGroup(nullptr),
+      lastGroup(nullptr), foundGroup(nullptr), currentTray(nullptr), firstTray(nullptr),
+      lastTray(nullptr), foundTray(nullptr)
+{
+}
+
+Puzzle::~Puzzle()
+{
+    clear();
+}
+
+namespace {
+
+// Shows the puzzle area's scroll bar when the puzzle is larger than the area and returns
+// the part of the puzzle that stays visible.
+int fitScrollBar(HWND bar, int puzzleSize, int areaSize, int barThickness)
+{
+    if (puzzleSize <= areaSize) {
+        ShowScrollBar(bar, SB_CTL, FALSE);
+        return puzzleSize;
+    }
+    const int visible = areaSize - barThickness;
+    ShowScrollBar(bar, SB_CTL, TRUE);
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+    info.nMin = 0;
+    info.nMax = puzzleSize;
+    info.nPage = static_cast<UINT>(visible);
+    info.nPos = 0;
+    SetScrollInfo(bar, SB_CTL, &info, TRUE);
+    return visible;
+}
+
+}  // namespace
+
+void Puzzle::makePuzzle(const MakeInputs& in)
+{
+    if (made)
+        clear();
+
+    // A puzzle made again from the same picture keeps its file; a new picture has none yet.
+    if (strcmp(in.picturePath, picturePath) != 0) {
+        strncpy(picturePath, in.picturePath, sizeof picturePath - 1);
+        picturePath[sizeof picturePath - 1] = '\0';
+        puzzlePath[0] = '\0';
+    }
+
+    RECT client{};
+    GetClientRect(in.mainWindow, &client);
+
+    columns = in.columns;
+    rows = in.rows;
+    pieceCount = columns * rows;
+    naturalWidth = in.picture->naturalWidth;
+    naturalHeight = in.picture->naturalHeight;
+    previewX = in.picture->previewX;
+    previewY = in.picture->previewY;
+    previewWidth = in.picture->previewWidth;
+    previewHeight = in.picture->previewHeight;
+    originX = in.originX;
+    originY = in.originY;
+    width = in.width;
+    height = in.height;
+
+    in.picture->renderAtSize(width, height);
+
+    boardWidth = client.right;
+    boardHeight = client.bottom;
+    boardLeft = in.boardLeft;
+    boardTop = in.boardTop;
+
+    visibleWidth = fitScrollBar(in.hScrollBar, width, in.areaWidth, GetSystemMetrics(SM_CXVSCROLL));
+    visibleHeight =
+        fitScrollBar(in.vScrollBar, height, in.areaHeight, GetSystemMetrics(SM_CYHSCROLL));
+
+    // The white background with the frame of the puzzle area (default pen and brush).
+    BitBlt(in.backgroundDC, 0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN),
+           nullptr, 0, 0, WHITENESS);
+    Rectangle(in.backgroundDC, originX, originY, originX + visibleWidth, originY + visibleHeight);
+
+    const int boardW = client.right - boardLeft;
+    const int boardH = client.bottom - boardTop;
+    BitBlt(in.boardDC, boardLeft, boardTop, boardW, boardH, in.backgroundDC, boardLeft, boardTop,
+           SRCCOPY);
+    BitBlt(in.boardDC, previewX, previewY, previewWidth, previewHeight, in.picture->previewDC, 0,
+           0, SRCCOPY);
+    BitBlt(in.windowDC, boardLeft, boardTop, boardW, boardH, in.backgroundDC, boardLeft, boardTop,
+           SRCCOPY);
+
+    pictureDC = in.picture->pictureDC;
+    previewDC = in.picture->previewDC;
+    boardDC = in.boardDC;
+    windowDC = in.windowDC;
+    backgroundDC = in.backgroundDC;
+    mainWindow = in.mainWindow;
+    instance = in.instance;
+    shapeMode = in.shapeMode;
+    drawOutline = in.drawOutline;
+    drawSetOutline = in.drawSetOutline;
+
+    if (in.seed)
+        generate(*in.seed);
+    else
+        generate();
+
+    RECT board{boardLeft, boardTop, client.right, client.bottom};
+    RedrawWindow(mainWindow, &board, nullptr, RDW_INVALIDATE);
+}
+
+void Puzzle::clear()
+{
+    if (pieceCount == 0 || !made)
+        return;
+    delete[] pieces;
+    pieces = nullptr;
+    delete[] zOrder;
+    zOrder = nullptr;
+    deleteGroups();
+    deleteTrays();
+    shapes.clear();
+    deleteMemoryDC(compositionDC, compositionBitmap);
+    deleteMemoryDC(dragImageDC, dragImageBitmap);
+    deleteMemoryDC(dragMaskDC, dragMaskBitmap);
+    releaseScratchSurfaces();
+    made = false;
+    scrollX = 0;
+    scrollY = 0;
+    BitBlt(boardDC, 0, 0, boardWidth, boardHeight, nullptr, 0, 0, WHITENESS);
+}
+
+void Puzzle::deleteGroups()
+{
+    if (groupCount == 0)
+        return;
+    for (PieceGroup* group = firstGroup; group;) {
+        PieceGroup* next = group->next;
+        delete group;
+        group = next;
+    }
+    firstGroup = lastGroup = currentGroup = foundGroup = nullptr;
+    groupCount = 0;
+    lastGroupId = 0;
+}
+
+void Puzzle::deleteTrays()
+{
+    if (trayCount == 0)
+        return;
+    // Each tray is unlinked before its window is destroyed, so that messages sent during the
+    // destruction never find it.
+    while (Tray* tray = firstTray) {
+        firstTray = tray->next;
+        currentTray = foundTray = nullptr;
+        delete tray;
+    }
+    lastTray = nullptr;
+    trayCount = 0;
+    lastTrayId = 0;
+}
+
+void Puzzle::releaseBoard()
+{
+    for (int p = 0; made && p < pieceCount; ++p) {
+        if (pieces[p].targetDC == boardDC)
+            pieces[p].targetDC = nullptr;
+    }
+    boardDC = nullptr;
+}
+
+RECT Puzzle::getPuzzleArea(bool scrolled) const
+{
+    RECT area{originX, originY, 0, 0};
+    if (scrolled) {
+        area.left += scrollX;
+        area.top += scrollY;
+    }
+    area.right = area.left + visibleWidth;
+    area.bottom = area.top + visibleHeight;
+    return area;
+}
+
+void Puzzle::raiseToTop(int p)
+{
+    for (int i = pieces[p].zIndex; i <= pieceCount - 2; ++i) {
+        zOrder[i] = zOrder[i + 1];
+        pieces[zOrder[i]].zIndex = i;
+    }
+    zOrder[pieceCount - 1] = p;
+    pieces[p].zIndex = pieceCount - 1;
+}
+
+void Puzzle::sendToBottom(int p)
+{
+    for (int i = pieces[p].zIndex; i >= 1; --i) {
+        zOrder[i] = zOrder[i - 1];
+        pieces[zOrder[i]].zIndex = i;
+    }
+    zOrder[0] = p;
+    pieces[p].zIndex = 0;
+}

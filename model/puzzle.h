@@ -1,0 +1,152 @@
+#pragma once
+// The one model of the puzzle on the screen: the cut, every piece, the stacking order, the
+// group and tray lists, the board and puzzle-area geometry, the drawing surfaces and options.
+#include <windows.h>
+
+#include "make_inputs.h"
+#include "piece.h"
+#include "shape_cache.h"
+
+class PieceGroup;
+class Tray;
+
+class Puzzle {
+public:
+    Puzzle();
+    virtual ~Puzzle();
+    Puzzle(const Puzzle&) = delete;
+    Puzzle& operator=(const Puzzle&) = delete;
+
+    // ---- Make and lifetime
+    void makePuzzle(const MakeInputs& inputs);
+    void generate();               // seeds the random generator from the clock
+    void generate(unsigned seed);  // the same with a given seed
+    void clear();
+    void deleteGroups();
+    void deleteTrays();
+    // Unscrolled: the puzzle area in main-window coordinates. Scrolled: the visible part of
+    // the puzzle in puzzle coordinates.
+    RECT getPuzzleArea(bool scrolled) const;
+    void raiseToTop(int p);
+    void sendToBottom(int p);
+    // The main window's board image is being replaced: stop drawing into the old one.
+    void releaseBoard();
+
+    // ---- Generation
+    KnobKind randomKnobKind();
+    POINT randomPosition(int w, int h);
+
+    // ---- Hit testing: the topmost free piece of window under (px, py).
+    bool pieceAt(HWND window, int px, int py, int& piece) const;
+
+    // ---- Drawing
+    void repaintRect(const RECT& rect, int trayId, HWND window);
+    void drawGroup(const RECT& clip, int p);
+    void prepareDragImage(int p, int mouseX, int mouseY);
+    void refreshPattern(bool toggle);
+    void applyOutlineOptions(bool outline, bool setOutline);
+
+    // ---- Dragging
+    void moveItem(int piece, int x, int y, bool raise, bool rebuild, bool toHome,
+                  bool acrossWindows);
+    void moveToWindow(int piece, HWND window, HDC targetDC, int trayId);
+    void endDrag(int piece);
+
+    // ---- Groups
+    int createGroup(int id, int trayId);
+    void addToGroup(int groupId, const int* members, int count);
+    bool findGroup(int id, bool moveCursor);
+    bool deleteGroup(int id);
+    bool findJoin(int p, int& neighbour, int& targetX, int& targetY) const;
+    bool setIfNearHome(int piece);
+    bool joinNeighbours(int piece);
+
+    // ---- Trays
+    int addTray(int id, HWND* window = nullptr);
+    bool findTray(int id, bool moveCursor);
+    int trayIdOfWindow(HWND window, bool moveCursor);
+    void putInTray(int trayId, int piece);
+    void takeFromTray(int trayId, int piece);
+    void growTrayToFit(int piece);
+    void shiftTrayContents(Tray* tray, int dx, int dy);
+    void applyTrayScroll(int trayId);
+    void trayResized(int w, int h);
+    bool closeTray(int trayId);
+
+    // ---- Piece commands
+    void shufflePieces();
+    void showHiddenPieces();
+
+    // ---- Fields
+    HBITMAP compositionBitmap;
+    HBITMAP dragMaskBitmap;
+    HBITMAP dragImageBitmap;
+    int pieceCount;
+    int columns;
+    int rows;
+    int width;   // puzzle size in pixels: the size the picture is rendered at
+    int height;
+    int boardWidth;   // right edge of the main window's client area at Make time
+    int boardHeight;  // bottom edge of it
+    int boardLeft;
+    int boardTop;     // one pixel below the toolbar
+    int originX;      // top-left of the puzzle area, main-window client coordinates
+    int originY;
+    int naturalWidth;
+    int naturalHeight;
+    int visibleWidth;   // the part of the puzzle area shown on screen
+    int visibleHeight;
+    int scrollX;
+    int scrollY;
+    int previewX;
+    int previewY;
+    int previewWidth;
+    int previewHeight;
+    int* zOrder;  // piece indices, bottom first
+    int shapeMode;
+    int dragLastX, dragLastY;      // last pointer position handled while dragging
+    int grabOffsetX, grabOffsetY;  // pointer minus the dragged item's top-left at pick-up
+    int groupCount;
+    int lastGroupId;
+    int trayCount;
+    int lastTrayId;
+    char puzzlePath[MAX_PATH];   // empty: not saved yet
+    char picturePath[MAX_PATH];
+    bool made;
+    bool drawOutline;
+    bool patternShown;
+    bool drawSetOutline;
+    HWND mainWindow;
+    HINSTANCE instance;
+    HDC pictureDC;      // borrowed from the picture
+    HDC boardDC;        // borrowed from the main window
+    HDC compositionDC;  // scratch of the repaint; afterwards a copy of the repainted window
+    HDC backgroundDC;   // borrowed from the main window
+    HDC previewDC;      // borrowed from the picture
+    HDC dragMaskDC;
+    HDC dragImageDC;
+    HDC windowDC;       // the main window's own device context
+    Piece* pieces;
+    PieceGroup* currentGroup;
+    PieceGroup* firstGroup;
+    PieceGroup* lastGroup;
+    PieceGroup* foundGroup;
+    Tray* currentTray;
+    Tray* firstTray;
+    Tray* lastTray;
+    Tray* foundTray;
+
+    // The outlines the pieces share.
+    ShapeCache shapes;
+
+private:
+    void buildPieces();
+    bool neighbourIsSet(int neighbour) const;
+};
+
+// Paints a dragged item over another window's screen, leaving that window's image alone.
+void drawDragImage(const RECT& rect, int posX, int posY, int w, int h, HDC maskDC, HDC imageDC,
+                   HDC destDC, HDC backDC);
+
+// The one puzzle of the program (constructed after the picture, before the collection).
+extern Puzzle thePuzzle;

@@ -1,0 +1,43 @@
+#pragma once
+// Outline regions shared by every piece of the same shape. A piece's outline depends only
+// on its cell size, its knob size and its four side kinds, so a puzzle has at most a few
+// hundred distinct outlines however many pieces it has.
+#include <map>
+#include <tuple>
+#include <windows.h>
+
+#include "piece.h"
+
+struct ShapeKey {
+    int cellWidth;
+    int cellHeight;
+    int knobSize;
+    KnobKind top, bottom, right, left;
+
+    bool operator<(const ShapeKey& other) const
+    {
+        return std::tie(cellWidth, cellHeight, knobSize, top, bottom, right, left) <
+               std::tie(other.cellWidth, other.cellHeight, other.knobSize, other.top,
+                        other.bottom, other.right, other.left);
+    }
+};
+
+// Builds a new outline region in bounding-box coordinates; the caller owns it.
+// Null when the platform cannot create the region.
+HRGN buildOutline(const ShapeKey& key);
+
+class ShapeCache {
+public:
+    ShapeCache() = default;
+    virtual ~ShapeCache();
+    ShapeCache(const ShapeCache&) = delete;
+    ShapeCache& operator=(const ShapeCache&) = delete;
+
+    // The shared outline for key, built on first request; null when it cannot be created.
+    HRGN outline(const ShapeKey& key);
+    void clear();
+    int size() const { return static_cast<int>(regions.size()); }
+
+private:
+    std::map<ShapeKey, HRGN> regions;
+};

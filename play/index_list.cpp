@@ -1,0 +1,69 @@
+#include "play/index_list.h"
+
+IndexList::IndexList() : count(0), cursor(nullptr), head(nullptr), tail(nullptr) {}
+
+IndexList::~IndexList()
+{
+    clear();
+}
+
+void IndexList::append(int value)
+{
+    IndexNode* node = new IndexNode(value);
+    node->prev = tail;
+    if (tail)
+        tail->next = node;
+    else
+        head = node;
+    tail = node;
+    cursor = node;
+    ++count;
+}
+
+bool IndexList::remove(int value)
+{
+    for (IndexNode* node = head; node; node = node->next) {
+        if (node->value != value)
+            continue;
+        if (node->prev)
+            node->prev->next = node->next;
+        else
+            head = node->next;
+        if (node->next)
+            node->next->prev = node->prev;
+        else
+            tail = node->prev;
+        if (cursor == node)
+            cursor = nullptr;  // never leave the cursor on a deleted node
+        delete node;
+        --count;
+        return true;
+    }
+    return false;
+}
+
+void IndexList::copyTo(int* array) const
+{
+    for (const IndexNode* node = head; node; node = node->next)
+        *array++ = node->value;
+}
+
+bool IndexList::contains(int value) const
+{
+    for (const IndexNode* node = head; node; node = node->next) {
+        if (node->value == value)
+            return true;
+    }
+    return false;
+}
+
+void IndexList::clear()
+{
+    while (head) {
+        IndexNode* next = head->next;
+        delete head;
+        head = next;
+    }
+    tail = cursor = nullptr;
+    count = 0;
+}

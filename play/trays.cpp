@@ -1,0 +1,309 @@
+// Trays: the list of tray windows, their images, scrolling and growth.
+#include <algorithm>
+
+#include "app/app_state.h"
+#include "app/strings.h"
+#include "model/memory_dc.h"
+#include "model/puzzle.h"
+#include "play/piece_group.h"
+#include "play/tray.h"
+#include "resources/resource.h"
+
+Tray::Tray()
+    : imageBitmap(nullptr), window(nullptr), imageDC(nullptr), windowDC(nullptr),
+      instance(nullptr), id(0), left(0), top(0), viewWidth(0), viewHeight(0), contentWidth(0),
+      contentHeight(0), contentLeft(0), contentTop(0), scrollX(0), scrollY(0),
+      appliedScrollX(0), appliedScrollY(0), hasHScroll(false), hasVScroll(false), placement{},
+      next(nullptr), prev(nullptr)
+{
+    placement.length = sizeof placement;
+}
+
+Tray::~Tray()
+{
+    deleteMemoryDC(imageDC, imageBitmap);
+    if (window)
+        DestroyWindow(window);
+}
+
+HWND Tray::createWindow(int x, int y, int w, int h, HWND parent, HINSTANCE moduleInstance)
+{
+    char title[64];
+    loadString(moduleInstance, IDS_TRAY_TITLE, title, 50);
+    RemoveChar(title, '&');
+    wsprintfA(title + lstrlenA(title), " %d", id);
+
+    // The window procedure stores the handle at WM_NCCREATE, so that the messages of the
+    // creation already find this tray.
+    CreateWindowExA(0, TrayClassName, title, TrayWindowStyle, x, y, w, h, parent, nullptr,
+                    moduleInstance, this);
+    if (!window)
+        return nullptr;
+    ShowScrollBar(window, SB_HORZ, FALSE);
+    ShowScrollBar(window, SB_VERT, FALSE);
+    RECT client;
+    GetClientRect(window, &client);
+    left = x;
+    top = y;
+    viewWidth = contentWidth = client.right;
+    viewHeight = contentHeight = client.bottom;
+    windowDC = GetDC(window);
+    createMemoryDC(imageDC, windowDC, imageBitmap, viewWidth, viewHeight, true);
+    BitBlt(imageDC, 0, 0, viewWidth, viewHeight, nullptr, 0, 0, WHITENESS);
+    SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE);
+    return window;
+}
+
+namespace {
+
+void setBar(HWND window, int bar, int range, int page, int position)
+{
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+    info.nMin = 0;
+    info.nMax = range;
+    info.nPage = static_cast<UINT>(page);
+    info.nPos = position;
+    SetScrollInfo(window, bar, &info, TRUE);
+}
+
+void retarget(Puzzle& puzzle, const Tray& tray)
+{
+    for (const IndexNode* node = tray.pieces.head; node; node = node->next)
+        puzzle.pieces[node->value].targetDC = tray.imageDC;
+}
+
+}  // namespace
+
+bool Tray::resize(int w, int h, bool isView)
+{
+    const bool grew = w > viewWidth || h > viewHeight;
+    if (imageDC && (w > contentWidth || h > contentHeight)) {
+        // The image only grows; what it showed stays at its top-left.
+        const int newWidth = std::max(contentWidth, w), newHeight = std::max(contentHeight, h);
+        HDC grown = nullptr;
+        HBITMAP grownBitmap = nullptr;
+        createMemoryDC(grown, windowDC, grownBitmap, newWidth, newHeight, false);
+        BitBlt(grown, 0, 0, newWidth, newHeight, nullptr, 0, 0, WHITENESS);
+        BitBlt(grown, 0, 0, contentWidth, contentHeight, imageDC, 0, 0, SRCCOPY);
+        deleteMemoryDC(imageDC, imageBitmap);
+        imageDC = grown;
+        imageBitmap = grownBitmap;
+    }
+    contentWidth = std::max(contentWidth, w);
+    contentHeight = std::max(contentHeight, h);
+    if (isView) {
+        viewWidth = w;
+        viewHeight = h;
+    }
+    hasHScroll = viewWidth < contentWidth;
+    if (hasHScroll)
+        setBar(window, SB_HORZ, contentWidth, viewWidth, scrollX);
+    hasVScroll = viewHeight < contentHeight;
+    if (hasVScroll)
+        setBar(window, SB_VERT, contentHeight, viewHeight, scrollY);
+    // Showing or hiding a bar resizes the client area, which comes back here through
+    // WM_SIZE; by then nothing grows any more.
+    ShowScrollBar(window, SB_HORZ, hasHScroll);
+    ShowScrollBar(window, SB_VERT, hasVScroll);
+    return grew;
+}
+
+int Puzzle::addTray(int id, HWND* window)
+{
+    Tray* tray = new Tray;
+    if (id == 0) {
+        tray->id = ++lastTrayId;
+    } else {
+        tray->id = id;
+        lastTrayId = std::max(lastTrayId, id);
+    }
+    tray->instance = instance;
+    tray->prev = lastTray;
+    if (lastTray)
+        lastTray->next = tray;
+    else
+        firstTray = tray;
+    lastTray = tray;
+    currentTray = tray;
+    ++trayCount;
+    // Every new tray fills the column under the preview, down to the bottom of the board.
+    tray->createWindow(previewX, previewY + previewHeight, previewWidth,
+                       boardHeight - previewY - previewHeight, mainWindow, instance);
+    if (window)
+        *window = tray->window;
+    return tray->id;
+}
+
+bool Puzzle::findTray(int id, bool moveCursor)
+{
+    Tray* found = nullptr;
+    if (trayCount != 0) {
+        if (currentTray && currentTray->id == id)
+            found = currentTray;
+        for (Tray* tray = firstTray; tray && !found; tray = tray->next) {
+            if (tray->id == id)
+                found = tray;
+        }
+    }
+    if (found && moveCursor)
+        currentTray = found;
+    else
+        foundTray = found;
+    return found != nullptr;
+}
+
+int Puzzle::trayIdOfWindow(HWND window, bool moveCursor)
+{
+    Tray* found = nullptr;
+    if (trayCount != 0 && window) {
+        if (currentTray && currentTray->window == window)
+            found = currentTray;
+        for (Tray* tray = firstTray; tray && !found; tray = tray->next) {
+            if (tray->window == window)
+                found = tray;
+        }
+    }
+    if (found && moveCursor)
+        currentTray = found;
+    else
+        foundTray = found;
+    return found ? found->id : 0;
+}
+
+void Puzzle::putInTray(int trayId, int piece)
+{
+    if (!findTray(trayId, false))
+        return;
+    foundTray->pieces.append(piece);
+    growTrayToFit(piece);
+}
+
+void Puzzle::takeFromTray(int trayId, int piece)
+{
+    if (findTray(trayId, false))
+        foundTray->pieces.remove(piece);
+}
+
+void Puzzle::growTrayToFit(int p)
+{
+    const Piece& piece = pieces[p];
+    if (piece.trayId == 0 || !findTray(piece.trayId, false))
+        return;
+    Tray& tray = *foundTray;
+    int x = piece.x, y = piece.y, w = piece.width, h = piece.height;
+    if (piece.isGrouped) {
+        if (!findGroup(piece.groupId, false))
+            return;
+        x = foundGroup->x;
+        y = foundGroup->y;
+        w = foundGroup->width;
+        h = foundGroup->height;
+    }
+    // Content coordinates are client coordinates plus the applied scroll.
+    const int right = tray.scrollX + x + w;
+    const int bottom = tray.scrollY + y + h;
+    int newWidth = std::max(tray.contentWidth, right);
+    int newHeight = std::max(tray.contentHeight, bottom);
+    bool changed = right > tray.contentWidth || bottom > tray.contentHeight;
+    // An item left of or above the content makes its edge the new content origin; the
+    // content grows by the distance between the old edge and the new, no more.
+    if (x < tray.contentLeft) {
+        newWidth += tray.contentLeft - x;
+        tray.contentLeft = x;
+        tray.scrollX = tray.appliedScrollX = -x;
+        changed = true;
+    }
+    if (y < tray.contentTop) {
+        newHeight += tray.contentTop - y;
+        tray.contentTop = y;
+        tray.scrollY = tray.appliedScrollY = -y;
+        changed = true;
+    }
+    if (!changed)
+        return;
+    HDC oldImage = tray.imageDC;
+    tray.resize(newWidth, newHeight, false);
+    if (tray.imageDC != oldImage)
+        retarget(*this, tray);
+}
+
+void Puzzle::shiftTrayContents(Tray* tray, int dx, int dy)
+{
+    for (const IndexNode* node = tray->pieces.head; node; node = node->next) {
+        pieces[node->value].x += dx;
+        pieces[node->value].y += dy;
+    }
+    if (groupCount == 0)
+        return;
+    for (PieceGroup* group = firstGroup; group; group = group->next) {
+        if (group->trayId == tray->id)
+            group->setPosition(group->x + dx, group->y + dy);
+    }
+}
+
+void Puzzle::applyTrayScroll(int trayId)
+{
+    if (!(currentTray && currentTray->id == trayId) && !findTray(trayId, true))
+        return;
+    Tray& tray = *currentTray;
+    const int dx = tray.appliedScrollX - tray.scrollX;
+    const int dy = tray.appliedScrollY - tray.scrollY;
+    shiftTrayContents(&tray, dx, dy);
+    tray.contentLeft += dx;
+    tray.contentTop += dy;
+    tray.appliedScrollX = tray.scrollX;
+    tray.appliedScrollY = tray.scrollY;
+}
+
+void Puzzle::trayResized(int w, int h)
+{
+    Tray* tray = currentTray;
+    if (!tray)
+        return;
+    HDC oldImage = tray->imageDC;
+    if (!tray->resize(w, h, true))
+        return;  // a smaller window just shows less
+
+    // A bar that went away takes the scroll position back to 0.
+    int dx = 0, dy = 0;
+    if (!tray->hasHScroll && tray->scrollX != 0) {
+        dx = tray->scrollX;
+        tray->contentLeft = tray->appliedScrollX = tray->scrollX = 0;
+    }
+    if (!tray->hasVScroll && tray->scrollY != 0) {
+        dy = tray->scrollY;
+        tray->contentTop = tray->appliedScrollY = tray->scrollY = 0;
+    }
+    const bool shifted = dx != 0 || dy != 0;
+    if (shifted)
+        shiftTrayContents(tray, dx, dy);
+    if (tray->imageDC != oldImage)
+        retarget(*this, *tray);
+    RECT client;
+    GetClientRect(tray->window, &client);
+    repaintRect(client, tray->id, shifted ? tray->window : nullptr);
+}
+
+bool Puzzle::closeTray(int trayId)
+{
+    if (!findTray(trayId, false) || foundTray->pieces.count > 0)
+        return false;
+    Tray* tray = foundTray;
+    if (tray->prev)
+        tray->prev->next = tray->next;
+    else
+        firstTray = tray->next;
+    if (tray->next)
+        tray->next->prev = tray->prev;
+    else
+        lastTray = tray->prev;
+    if (currentTray == tray)
+        currentTray = nullptr;
+    Tray* neighbour = tray->next ? tray->next : tray->prev;
+    delete tray;
+    --trayCount;
+    foundTray = neighbour;
+    return true;
+}

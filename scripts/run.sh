@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# Sets up the machine if needed, builds ToviraPuzzle and starts it under Wine.
+# Without a display (DISPLAY unset) it runs on a virtual one and says how to watch it.
+set -euo pipefail
+here="$(dirname "${BASH_SOURCE[0]}")"
+bash "$here/setup.sh"
+bash "$here/build.sh"
+source "$here/wine_env.sh"
+prepare_wine_prefix
+if [ -z "${DISPLAY:-}" ]; then
+  start_xvfb
+  echo "No display: running on Xvfb $DISPLAY (screenshot: DISPLAY=$DISPLAY import -window root shot.png)"
+  trap stop_wine_and_display EXIT
+fi
+# The program keeps its Puz and Col folders under the folder it starts in.
+mkdir -p "$BUILD_DIR/play"
+cd "$BUILD_DIR/play"
+wine "$BUILD_DIR/ToviraPuzzle.exe"

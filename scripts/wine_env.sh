@@ -1,0 +1,63 @@
+# Sourced by the run and test scripts: the project's own Wine prefix, a quiet Wine, and an
+# X display. Defines helper functions; runs nothing by itself.
+
+ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+BUILD_DIR="${TOVIRA_BUILD_DIR:-$ROOT/build}"
+
+export WINEPREFIX="${TOVIRA_WINEPREFIX:-$BUILD_DIR/wineprefix}"
+export WINEDEBUG=-all
+export WINEDLLOVERRIDES="mscoree,mshtml="
+
+# Creates the prefix on first use (about 25 s) and keeps maximised windows maximised even
+# without a window manager.
+prepare_wine_prefix() {
+  if [ ! -f "$WINEPREFIX/system.reg" ]; then
+    mkdir -p "$WINEPREFIX"
+    wineboot -i >/dev/null 2>&1 </dev/null || true
+  fi
+  wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d N /f \
+    >/dev/null 2>&1 </dev/null
+}
+
+# Sounds play into a null device: no sound card here, and no ALSA noise on stderr.
+silence_sound() {
+  local home="$BUILD_DIR/home"
+  mkdir -p "$home"
+  printf 'pcm.!default { type null }\nctl.!default { type null }\n' > "$home/.asoundrc"
+  export HOME="$home"
+}
+
+XVFB_PID=""
+# Starts Xvfb on a free display number and exports DISPLAY.
+start_xvfb() {
+  local n
+  for n in $(seq 77 140); do
+    [ -e "/tmp/.X11-unix/X$n" ] || [ -e "/tmp/.X$n-lock" ] && continue
+    Xvfb ":$n" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 </dev/null &
+    XVFB_PID=$!
+    export DISPLAY=":$n"
+    local i
+    for i in $(seq 1 100); do
+      xdpyinfo >/dev/null 2>&1 && return 0
+      kill -0 "$XVFB_PID" 2>/dev/null || break
+      sleep 0.1
+    done
+  done
+  echo "could not start Xvfb" >&2
+  return 1
+}
+
+# A wineserver kept up for the whole run, so that each Wine process starts in a second.
+# Its streams are redirected, or it would hold CTest's pipe open.
+start_wineserver() {
+  wineserver -p >/dev/null 2>&1 </dev/null
+  wine cmd /c exit >/dev/null 2>&1 </dev/null || true
+}
+
+stop_wine_and_display() {
+  wineserver -k >/dev/null 2>&1 </dev/null || true
+  if [ -n "$XVFB_PID" ]; then
+    kill "$XVFB_PID" 2>/dev/null || true
+    wait "$XVFB_PID" 2>/dev/null || true
+  fi
+}
