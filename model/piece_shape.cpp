@@ -19,6 +19,10 @@ struct KnobPart {
 
 void applyKnob(HRGN body, const KnobPart& knob)
 {
+    // Knobs without size are empty shapes; the platform would still make a sliver of an
+    // ellipse with an empty box.
+    if (IsRectEmpty(&knob.ellipse))
+        return;
     HRGN shape = gdi::createRectRgn(knob.rect.left, knob.rect.top, knob.rect.right,
                                     knob.rect.bottom);
     HRGN round = gdi::createEllipticRgn(knob.ellipse.left, knob.ellipse.top,

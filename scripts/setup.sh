@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(wine wine32:i386 wine64 g++-mingw-w64-i686 mingw-w64-i686-dev cmake make
-          xvfb xdotool imagemagick googletest sox x11-utils)
+          xvfb xdotool imagemagick googletest sox x11-utils python3)
 
 missing=()
 for p in "${packages[@]}"; do

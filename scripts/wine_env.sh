@@ -50,7 +50,8 @@ start_xvfb() {
 # A wineserver kept up for the whole run, so that each Wine process starts in a second.
 # Its streams are redirected, or it would hold CTest's pipe open.
 start_wineserver() {
-  wineserver -p >/dev/null 2>&1 </dev/null
+  wineserver -k >/dev/null 2>&1 </dev/null || true
+  wineserver -p >/dev/null 2>&1 </dev/null || true
   wine cmd /c exit >/dev/null 2>&1 </dev/null || true
 }
 

@@ -1,0 +1,168 @@
+"""Drives the real ToviraPuzzle.exe under Wine on the test display: starts it, sends real
+input with xdotool, and reads the screen with ImageMagick's import."""
+
+import os
+import re
+import shutil
+import subprocess
+import tempfile
+import time
+
+TITLE = "Turn your favorite images into jigsaw puzzles"
+
+
+def xdotool(*args):
+    return subprocess.run(["xdotool", *map(str, args)], capture_output=True, text=True).stdout
+
+
+def windows_named(pattern):
+    return xdotool("search", "--name", pattern).split()
+
+
+def wait_for(predicate, timeout=30.0, what="condition"):
+    deadline = time.time() + timeout
+    while time.time() < deadline:
+        value = predicate()
+        if value:
+            return value
+        time.sleep(0.1)
+    raise AssertionError(f"timed out waiting for {what}")
+
+
+class Screen:
+    """A screenshot of the whole display, pixel by pixel."""
+
+    def __init__(self, path=None):
+        raw = subprocess.run(["import", "-window", "root", "-depth", "8", "ppm:-"],
+                             capture_output=True, check=True).stdout
+        match = re.match(rb"P6\s+(\d+)\s+(\d+)\s+(\d+)\s", raw)
+        self.width, self.height = int(match.group(1)), int(match.group(2))
+        self.data = raw[match.end():]
+        if path:
+            subprocess.run(["convert", "ppm:-", path], input=raw, check=True)
+
+    def pixel(self, x, y):
+        i = 3 * (y * self.width + x)
+        return tuple(self.data[i:i + 3])
+
+    def find_rectangle_frame(self, w, h, colour=(0, 0, 0)):
+        """Top-left of a one-pixel frame of exactly w x h in the given colour."""
+        for y in range(self.height - h):
+            row = self.data[3 * y * self.width: 3 * (y + 1) * self.width]
+            for x in range(self.width - w):
+                if tuple(row[3 * x:3 * x + 3]) != colour:
+                    continue
+                if (self.pixel(x + w - 1, y) == colour and self.pixel(x, y + h - 1) == colour
+                        and self.pixel(x + w - 1, y + h - 1) == colour
+                        and self.pixel(x + w // 2, y) == colour
+                        and self.pixel(x + w // 2, y + h - 1) == colour
+                        and self.pixel(x, y + h // 2) == colour
+                        and self.pixel(x + w - 1, y + h // 2) == colour
+                        and self.pixel(x + 1, y + 1) != colour):
+                    return x, y
+        return None
+
+    def bounding_box(self, colour, region=None, tolerance=0):
+        """(left, top, right, bottom) of the pixels of a colour, right and bottom excluded."""
+        left, top, right, bottom = region or (0, 0, self.width, self.height)
+        xs, ys = [], []
+        for y in range(top, bottom):
+            for x in range(left, right):
+                p = self.pixel(x, y)
+                if all(abs(p[i] - colour[i]) <= tolerance for i in range(3)):
+                    xs.append(x)
+                    ys.append(y)
+        if not xs:
+            return None
+        return min(xs), min(ys), max(xs) + 1, max(ys) + 1
+
+    def count(self, colour, region, tolerance=0):
+        left, top, right, bottom = region
+        n = 0
+        for y in range(top, bottom):
+            for x in range(left, right):
+                p = self.pixel(x, y)
+                if all(abs(p[i] - colour[i]) <= tolerance for i in range(3)):
+                    n += 1
+        return n
+
+
+class Game:
+    """The program running under Wine in a folder of its own (its Puz and Col go there)."""
+
+    def __init__(self, exe):
+        self.folder = tempfile.mkdtemp(prefix="tovira-e2e-")
+        self.log = open(os.path.join(self.folder, "wine.log"), "w")
+        self.process = subprocess.Popen(["wine", exe], cwd=self.folder, stdout=self.log,
+                                        stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)
+        self.window = wait_for(lambda: windows_named("^" + TITLE + "$"), 60,
+                               "the main window")[0]
+        time.sleep(0.5)
+
+    def key(self, *keys, pause=0.3):
+        for k in keys:
+            xdotool("key", k)
+            time.sleep(pause)
+
+    def type(self, text):
+        xdotool("type", "--delay", "20", text)
+
+    def click(self, x, y, pause=0.3):
+        xdotool("mousemove", x, y)
+        time.sleep(0.1)
+        xdotool("click", "1")
+        time.sleep(pause)
+
+    def move(self, x, y, steps=1, pause=0.2):
+        """Moves the pointer to (x, y), in steps from where it is, as a hand would."""
+        location = xdotool("getmouselocation")
+        cx = int(re.search(r"x:(\d+)", location).group(1))
+        cy = int(re.search(r"y:(\d+)", location).group(1))
+        for i in range(1, steps + 1):
+            xdotool("mousemove", cx + (x - cx) * i // steps, cy + (y - cy) * i // steps)
+            time.sleep(0.05)
+        time.sleep(pause)
+
+    def menu(self, mnemonic, item):
+        self.key("alt+" + mnemonic, item)
+
+    def dialog(self, title, timeout=20):
+        return wait_for(lambda: windows_named("^" + re.escape(title) + "$"), timeout,
+                        f"the dialog '{title}'")[0]
+
+    def answer_size_dialog(self, first, second):
+        """Types both values into the open size-and-pieces dialog and presses OK."""
+        self.key("ctrl+a")
+        self.type(str(first))
+        self.key("Tab", "ctrl+a")
+        self.type(str(second))
+        self.key("Return", pause=0.8)
+
+    def open_image(self, windows_path, width, height, columns, rows):
+        self.menu("p", "o")
+        self.dialog("Open")
+        time.sleep(0.5)
+        self.type(windows_path)
+        self.key("Return", pause=1.0)
+        self.dialog("Enter Puzzle Size in pixels")
+        self.answer_size_dialog(width, height)
+        self.dialog("Enter Number of Pieces")
+        self.answer_size_dialog(columns, rows)
+
+    def running(self):
+        return self.process.poll() is None
+
+    def exit_by_menu(self, timeout=30):
+        self.menu("p", "x")
+        return self.process.wait(timeout)
+
+    def close(self):
+        if self.running():
+            self.process.kill()
+            self.process.wait(10)
+        self.log.close()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+
+def windows_path(path):
+    return "Z:" + path.replace("/", "\\")

@@ -1,0 +1,260 @@
+// Cutting the grid, the side kinds and the scattering, with the seeded generator.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "model/puzzle.h"
+#include "model/random.h"
+#include "tests/support/test_board.h"
+
+namespace {
+
+// A seed whose first value is `value`: the state that the generator's step turns into
+// value << 16, found by inverting the multiplier modulo 2^32.
+std::uint32_t seedGiving(int value)
+{
+    std::uint32_t inverse = 214013u;
+    for (int i = 0; i < 5; ++i)
+        inverse *= 2u - 214013u * inverse;
+    return ((static_cast<std::uint32_t>(value) << 16) - 2531011u) * inverse;
+}
+
+KnobKind opposite(KnobKind kind)
+{
+    return kind == Out ? In : Out;
+}
+
+}  // namespace
+
+TEST(RandomGenerator, FollowsTheClassicRuntimeSequence)
+{
+    seedRandom(1);
+    const int expected[] = {41, 18467, 6334, 26500, 19169, 15724, 11478, 29358};
+    for (int value : expected)
+        EXPECT_EQ(value, nextRandom());
+}
+
+TEST(RandomGenerator, KnobKindIsASocketExactlyFromTheUpperHalf)
+{
+    Puzzle puzzle;
+    seedRandom(seedGiving(16383));
+    EXPECT_EQ(Out, puzzle.randomKnobKind());
+    seedRandom(seedGiving(16384));
+    EXPECT_EQ(In, puzzle.randomKnobKind());
+    seedRandom(seedGiving(0));
+    EXPECT_EQ(Out, puzzle.randomKnobKind());
+    seedRandom(seedGiving(32767));
+    EXPECT_EQ(In, puzzle.randomKnobKind());
+}
+
+TEST(Grid, LeftoverPixelsWidenTheFirstColumnsAndRows)
+{
+    TestBoard board;
+    Puzzle puzzle;
+    puzzle.makePuzzle(board.inputs(101, 95, 10, 10, Rectangular, 7));
+    ASSERT_TRUE(puzzle.made);
+    EXPECT_EQ(11, puzzle.pieces[0].width);
+    for (int column = 1; column < 10; ++column)
+        EXPECT_EQ(10, puzzle.pieces[column].width) << "column " << column;
+    for (int row = 0; row < 10; ++row)
+        EXPECT_EQ(row < 5 ? 10 : 9, puzzle.pieces[row * 10].height) << "row " << row;
+
+    // The cells follow one another without gaps and end exactly at the puzzle's edges.
+    for (int p = 0; p < puzzle.pieceCount; ++p) {
+        const Piece& piece = puzzle.pieces[p];
+        if (piece.neighbourRight >= 0) {
+            EXPECT_EQ(piece.homeX + piece.width, puzzle.pieces[piece.neighbourRight].homeX);
+        }
+        if (piece.neighbourDown >= 0) {
+            EXPECT_EQ(piece.homeY + piece.height, puzzle.pieces[piece.neighbourDown].homeY);
+        }
+        EXPECT_EQ(puzzle.originX + piece.sourceX, piece.homeX);
+        EXPECT_EQ(puzzle.originY + piece.sourceY, piece.homeY);
+    }
+    EXPECT_EQ(puzzle.originX + 101, puzzle.pieces[9].homeX + puzzle.pieces[9].width);
+    EXPECT_EQ(puzzle.originY + 95, puzzle.pieces[90].homeY + puzzle.pieces[90].height);
+}
+
+TEST(Grid, KnobSizeComesFromTheBaseCellHeight)
+{
+    TestBoard board;
+    Puzzle puzzle;
+    puzzle.makePuzzle(board.inputs(101, 95, 10, 10, Knobbed, 7));
+    for (int p = 0; p < puzzle.pieceCount; ++p)
+        EXPECT_EQ(1, puzzle.pieces[p].knobSize);  // 95 / 10 = 9, 9 / 8 = 1, every row
+
+    puzzle.makePuzzle(board.inputs(600, 400, 12, 8, Knobbed, 7));
+    EXPECT_EQ(6, puzzle.pieces[0].knobSize);  // base height 50
+}
+
+TEST(Grid, CellsBelowEightPixelsHighGetKnobsWithoutSize)
+{
+    TestBoard board;
+    Puzzle puzzle;
+    puzzle.makePuzzle(board.inputs(70, 70, 10, 10, Knobbed, 3));
+    int knobbedSides = 0;
+    for (int p = 0; p < puzzle.pieceCount; ++p) {
+        const Piece& piece = puzzle.pieces[p];
+        EXPECT_EQ(0, piece.knobSize);
+        knobbedSides += (piece.knobTop != Flat) + (piece.knobLeft != Flat);
+        // The outline is the plain cell, and so is the box.
+        EXPECT_EQ(7, piece.width);
+        EXPECT_EQ(7, piece.height);
+        RECT box;
+        EXPECT_EQ(SIMPLEREGION, GetRgnBox(piece.region, &box));
+        EXPECT_EQ(0, box.left);
+        EXPECT_EQ(7, box.right);
+    }
+    EXPECT_EQ(2 * 9 * 10, knobbedSides);
+}
+
+TEST(Grid, FacingSidesAreComplementaryAndBordersFlat)
+{
+    TestBoard board;
+    for (unsigned seed = 1; seed <= 30; ++seed) {
+        Puzzle puzzle;
+        puzzle.makePuzzle(board.inputs(140, 100, 7, 5, Knobbed, seed));
+        for (int p = 0; p < puzzle.pieceCount; ++p) {
+            const Piece& piece = puzzle.pieces[p];
+            const int row = p / 7, column = p % 7;
+            EXPECT_EQ(row == 0 ? -1 : p - 7, piece.neighbourUp);
+            EXPECT_EQ(row == 4 ? -1 : p + 7, piece.neighbourDown);
+            EXPECT_EQ(column == 0 ? -1 : p - 1, piece.neighbourLeft);
+            EXPECT_EQ(column == 6 ? -1 : p + 1, piece.neighbourRight);
+            const KnobKind top = row == 0 ? Flat : opposite(puzzle.pieces[p - 7].knobBottom);
+            const KnobKind left = column == 0 ? Flat : opposite(puzzle.pieces[p - 1].knobRight);
+            EXPECT_EQ(top, piece.knobTop);
+            EXPECT_EQ(left, piece.knobLeft);
+            EXPECT_TRUE(row < 4 || piece.knobBottom == Flat);
+            EXPECT_TRUE(column < 6 || piece.knobRight == Flat);
+        }
+    }
+}
+
+TEST(Grid, OneRowOrOneColumnHasFlatSidesAcross)
+{
+    TestBoard board;
+    Puzzle puzzle;
+    puzzle.makePuzzle(board.inputs(300, 60, 5, 1, Knobbed, 11));
+    for (int p = 0; p < 5; ++p) {
+        EXPECT_EQ(Flat, puzzle.pieces[p].knobTop);
+        EXPECT_EQ(Flat, puzzle.pieces[p].knobBottom);
+    }
+    puzzle.makePuzzle(board.inputs(60, 300, 1, 5, Knobbed, 11));
+    for (int p = 0; p < 5; ++p) {
+        EXPECT_EQ(Flat, puzzle.pieces[p].knobLeft);
+        EXPECT_EQ(Flat, puzzle.pieces[p].knobRight);
+    }
+    puzzle.makePuzzle(board.inputs(60, 60, 1, 1, Knobbed, 11));
+    const Piece& only = puzzle.pieces[0];
+    EXPECT_EQ(Flat, only.knobTop);
+    EXPECT_EQ(Flat, only.knobBottom);
+    EXPECT_EQ(Flat, only.knobLeft);
+    EXPECT_EQ(Flat, only.knobRight);
+    EXPECT_EQ(-1, only.neighbourUp);
+    EXPECT_EQ(-1, only.neighbourDown);
+    EXPECT_EQ(-1, only.neighbourLeft);
+    EXPECT_EQ(-1, only.neighbourRight);
+}
+
+// Per piece: the bottom kind, the right kind, then the pairs of the placement.
+TEST(Grid, RandomNumbersAreDrawnInTheirOrder)
+{
+    TestBoard board;
+    Puzzle puzzle;
+    const unsigned seed = 1234;
+    puzzle.makePuzzle(board.inputs(200, 200, 2, 2, Knobbed, seed));
+
+    Puzzle replay;
+    replay.boardLeft = puzzle.boardLeft;
+    replay.boardTop = puzzle.boardTop;
+    replay.boardWidth = puzzle.boardWidth;
+    replay.boardHeight = puzzle.boardHeight;
+    replay.previewX = puzzle.previewX;
+    replay.previewY = puzzle.previewY;
+    replay.previewWidth = puzzle.previewWidth;
+    replay.previewHeight = puzzle.previewHeight;
+    seedRandom(seed);
+    for (int p = 0; p < 4; ++p) {
+        const Piece& piece = puzzle.pieces[p];
+        if (p < 2) {
+            EXPECT_EQ(replay.randomKnobKind(), piece.knobBottom) << p;
+        }
+        if (p % 2 == 0) {
+            EXPECT_EQ(replay.randomKnobKind(), piece.knobRight) << p;
+        }
+        const POINT place = replay.randomPosition(100, 100);
+        EXPECT_EQ(place.x, piece.x) << p;
+        EXPECT_EQ(place.y, piece.y) << p;
+    }
+}
+
+TEST(Placement, NeverCoversThePreviewAndStaysOnTheBoard)
+{
+    Puzzle puzzle;
+    puzzle.boardLeft = 0;
+    puzzle.boardTop = 31;
+    puzzle.boardWidth = 1000;
+    puzzle.boardHeight = 700;
+    puzzle.previewX = 0;
+    puzzle.previewY = 31;
+    puzzle.previewWidth = 100;
+    puzzle.previewHeight = 67;
+    seedRandom(99);
+    for (int i = 0; i < 5000; ++i) {
+        const POINT place = puzzle.randomPosition(50, 40);
+        EXPECT_TRUE(place.x >= 100 || place.y >= 31 + 67) << place.x << "," << place.y;
+        EXPECT_GE(place.x, 0);
+        EXPECT_LT(place.x, 1000 - 50);
+        EXPECT_GE(place.y, 31);
+        EXPECT_LT(place.y, 700 - 40);
+    }
+}
+
+TEST(Placement, FallsBackBesideThePreviewAfter500Tries)
+{
+    Puzzle puzzle;
+    puzzle.boardLeft = 0;
+    puzzle.boardTop = 31;
+    puzzle.boardWidth = 150;  // 150 - 60 < 100 and 130 - 40 < 31 + 67: no try can succeed
+    puzzle.boardHeight = 130;
+    puzzle.previewX = 0;
+    puzzle.previewY = 31;
+    puzzle.previewWidth = 100;
+    puzzle.previewHeight = 67;
+    seedRandom(5);
+    const POINT place = puzzle.randomPosition(60, 40);
+    EXPECT_EQ(105, place.x);
+    EXPECT_EQ(31 + 67 + 5, place.y);
+
+    // Exactly two numbers per try were drawn.
+    const int next = nextRandom();
+    seedRandom(5);
+    for (int i = 0; i < 1000; ++i)
+        nextRandom();
+    EXPECT_EQ(nextRandom(), next);
+}
+
+TEST(Generation, SameSeedGivesTheSameCutAndScattering)
+{
+    TestBoard board;
+    Puzzle first, second;
+    first.makePuzzle(board.inputs(300, 200, 6, 4, Knobbed, 42));
+    second.makePuzzle(board.inputs(300, 200, 6, 4, Knobbed, 42));
+    for (int p = 0; p < first.pieceCount; ++p) {
+        EXPECT_EQ(first.pieces[p].knobRight, second.pieces[p].knobRight);
+        EXPECT_EQ(first.pieces[p].knobBottom, second.pieces[p].knobBottom);
+        EXPECT_EQ(first.pieces[p].x, second.pieces[p].x);
+        EXPECT_EQ(first.pieces[p].y, second.pieces[p].y);
+    }
+}
+
+TEST(Generation, NoPiecesMeansNothingIsMade)
+{
+    TestBoard board;
+    Puzzle puzzle;
+    puzzle.makePuzzle(board.inputs(300, 200, 0, 4, Knobbed, 1));
+    EXPECT_FALSE(puzzle.made);
+    EXPECT_EQ(nullptr, puzzle.pieces);
+    EXPECT_EQ(nullptr, puzzle.zOrder);
+}

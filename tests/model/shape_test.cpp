@@ -1,0 +1,215 @@
+// Piece outlines, bounding boxes and hit testing, on real GDI regions.
+#include <gtest/gtest.h>
+
+#include "model/puzzle.h"
+#include "model/shape_cache.h"
+#include "tests/support/test_board.h"
+
+namespace {
+
+// A lone piece cut from a w0 x h0 cell at (cellX, cellY) of the puzzle.
+void cut(Piece& piece, int w0, int h0, int k, KnobKind top, KnobKind bottom, KnobKind right,
+         KnobKind left, int cellX = 40, int cellY = 30)
+{
+    piece.x = cellX;
+    piece.y = cellY;
+    piece.width = w0;
+    piece.height = h0;
+    piece.knobSize = k;
+    piece.knobTop = top;
+    piece.knobBottom = bottom;
+    piece.knobRight = right;
+    piece.knobLeft = left;
+    piece.buildShape(200, 100);
+}
+
+bool inRegion(const Piece& piece, int px, int py)
+{
+    return PtInRegion(piece.region, px - piece.homeX, py - piece.homeY) != FALSE;
+}
+
+bool equal(const RECT& a, const RECT& b)
+{
+    return EqualRect(&a, &b) != FALSE;
+}
+
+}  // namespace
+
+TEST(Shape, TabsOnEverySideGrowTheBoxOnEverySide)
+{
+    Piece piece;
+    cut(piece, 60, 40, 5, Out, Out, Out, Out);
+    EXPECT_EQ(60 + 4 * 5, piece.width);
+    EXPECT_EQ(40 + 4 * 5, piece.height);
+    EXPECT_EQ(40 - 10, piece.x);
+    EXPECT_EQ(30 - 10, piece.y);
+    EXPECT_EQ(piece.x, piece.sourceX);
+    EXPECT_EQ(200 + piece.x, piece.homeX);
+    EXPECT_EQ(100 + piece.y, piece.homeY);
+
+    // The round ends reach the box on every side (the inscribed circle may stop one pixel
+    // short of the box's excluded right and bottom edges).
+    RECT box;
+    GetRgnBox(piece.region, &box);
+    EXPECT_EQ(0, box.left);
+    EXPECT_EQ(0, box.top);
+    EXPECT_GE(box.right, 79);
+    EXPECT_LE(box.right, 80);
+    EXPECT_GE(box.bottom, 59);
+    EXPECT_LE(box.bottom, 60);
+    // The tab's round end reaches the box edge in the middle of each side.
+    EXPECT_TRUE(PtInRegion(piece.region, 40, 0));
+    EXPECT_TRUE(PtInRegion(piece.region, 0, 30));
+    EXPECT_FALSE(PtInRegion(piece.region, 0, 0));
+    EXPECT_TRUE(equal(RECT{10, 10, 70, 50}, piece.getBounds(false, true, false)));
+}
+
+TEST(Shape, SocketsKeepTheCellAsTheBox)
+{
+    Piece piece;
+    cut(piece, 60, 40, 5, In, In, In, Flat);
+    EXPECT_EQ(60, piece.width);
+    EXPECT_EQ(40, piece.height);
+    EXPECT_EQ(40, piece.x);
+    // The socket's rounded end points into the piece.
+    EXPECT_FALSE(PtInRegion(piece.region, 30, 0));
+    EXPECT_FALSE(PtInRegion(piece.region, 30, 8));
+    EXPECT_TRUE(PtInRegion(piece.region, 30, 11));
+
+    EXPECT_TRUE(equal(RECT{0, 0, 60, 40}, piece.getBounds(false, true, false)));
+    EXPECT_TRUE(equal(RECT{0, 10, 50, 30}, piece.getBounds(false, false, true)));
+    EXPECT_TRUE(equal(RECT{40, 40, 90, 60}, piece.getBounds(true, false, true)));
+}
+
+TEST(Shape, KnobsWithoutSizeLeaveThePlainCell)
+{
+    Piece piece;
+    cut(piece, 7, 7, 0, Out, In, Out, In);
+    EXPECT_EQ(7, piece.width);
+    EXPECT_EQ(7, piece.height);
+    HRGN cell = CreateRectRgn(0, 0, 7, 7);
+    EXPECT_TRUE(EqualRgn(cell, piece.region));
+    DeleteObject(cell);
+}
+
+TEST(Shape, OneShapeIsOneSharedRegion)
+{
+    ShapeCache shapes;
+    Piece a, b, c;
+    a.shapes = b.shapes = c.shapes = &shapes;
+    cut(a, 60, 40, 5, Out, In, Out, In);
+    cut(b, 60, 40, 5, Out, In, Out, In, 100, 30);
+    cut(c, 60, 40, 5, In, In, Out, In);
+    EXPECT_EQ(a.region, b.region);
+    EXPECT_NE(a.region, c.region);
+    EXPECT_EQ(2, shapes.size());
+}
+
+// Every pixel of the puzzle belongs to exactly one piece lying at home, and no pixel
+// outside it to any: each tab fills its neighbour's socket exactly.
+TEST(Shape, PiecesAtHomeTileThePuzzleExactly)
+{
+    TestBoard board;
+    for (unsigned seed : {3u, 17u}) {
+        Puzzle puzzle;
+        puzzle.makePuzzle(board.inputs(240, 160, 6, 4, Knobbed, seed));
+        for (int py = puzzle.originY - 15; py < puzzle.originY + 175; ++py) {
+            for (int px = puzzle.originX - 15; px < puzzle.originX + 255; ++px) {
+                int covering = 0;
+                for (int p = 0; p < puzzle.pieceCount; ++p)
+                    covering += inRegion(puzzle.pieces[p], px, py);
+                const bool inside = px >= puzzle.originX && px < puzzle.originX + 240 &&
+                                    py >= puzzle.originY && py < puzzle.originY + 160;
+                ASSERT_EQ(inside ? 1 : 0, covering) << "pixel " << px << "," << py;
+            }
+        }
+    }
+}
+
+TEST(Shape, ATabCoversExactlyTheNeighboursSocket)
+{
+    TestBoard board;
+    Puzzle puzzle;
+    puzzle.makePuzzle(board.inputs(240, 160, 6, 4, Knobbed, 5));
+    int compared = 0;
+    for (int p = 0; p < puzzle.pieceCount; ++p) {
+        const Piece& a = puzzle.pieces[p];
+        if (a.neighbourRight < 0)
+            continue;
+        const Piece& b = puzzle.pieces[a.neighbourRight];
+        const Piece& tab = a.knobRight == Out ? a : b;
+        const Piece& socket = a.knobRight == Out ? b : a;
+        const RECT tabCell = tab.getBounds(false, true, false);
+        const RECT socketCell = socket.getBounds(false, true, false);
+        // The band of the shared side, 2k either side of it, over the height of the cells.
+        const int side = b.homeX + b.getBounds(false, true, false).left;
+        const int depth = 2 * a.knobSize;
+        const int top = a.homeY + a.getBounds(false, true, false).top;
+        for (int py = top; py < top + a.getBounds(false, true, false).bottom; ++py) {
+            for (int px = side - depth; px < side + depth; ++px) {
+                const POINT inTab{px - tab.homeX, py - tab.homeY};
+                const POINT inSocket{px - socket.homeX, py - socket.homeY};
+                const bool tabPixel = inRegion(tab, px, py) && !PtInRect(&tabCell, inTab);
+                const bool socketPixel =
+                    PtInRect(&socketCell, inSocket) && !inRegion(socket, px, py);
+                ASSERT_EQ(tabPixel, socketPixel) << px << "," << py;
+                compared += tabPixel;
+            }
+        }
+    }
+    EXPECT_GT(compared, 5 * 4 * 20);
+}
+
+TEST(HitTest, TheRightAndBottomEdgesOfTheBoxMiss)
+{
+    TestBoard board;
+    Puzzle puzzle;
+    puzzle.makePuzzle(board.inputs(200, 100, 2, 1, Rectangular, 1));
+    Piece& piece = puzzle.pieces[0];
+    piece.moveTo(500, 300, false);
+    EXPECT_TRUE(piece.hitTest(board.window, 500, 300));
+    EXPECT_TRUE(piece.hitTest(board.window, 599, 399));
+    EXPECT_FALSE(piece.hitTest(board.window, 600, 350));
+    EXPECT_FALSE(piece.hitTest(board.window, 550, 400));
+    EXPECT_FALSE(piece.hitTest(board.window, 499, 350));
+}
+
+TEST(HitTest, SetPiecesAndPiecesOfOtherWindowsAreNeverHit)
+{
+    TestBoard board;
+    Puzzle puzzle;
+    puzzle.makePuzzle(board.inputs(200, 100, 2, 1, Rectangular, 1));
+    Piece& piece = puzzle.pieces[0];
+    piece.moveTo(500, 300, false);
+    piece.isSet = true;
+    EXPECT_FALSE(piece.hitTest(board.window, 550, 350));
+    piece.isSet = false;
+    EXPECT_FALSE(piece.hitTest(board.hScrollBar, 550, 350));
+}
+
+TEST(PieceAt, FindsTheTopmostFreePieceOfTheWindow)
+{
+    TestBoard board;
+    Puzzle puzzle;
+    puzzle.makePuzzle(board.inputs(300, 100, 3, 1, Rectangular, 1));
+    for (int p = 0; p < 3; ++p)
+        puzzle.pieces[p].moveTo(500 + 10 * p, 300, false);
+    int found = -1;
+    ASSERT_TRUE(puzzle.pieceAt(board.window, 530, 350, found));
+    EXPECT_EQ(2, found);
+
+    puzzle.raiseToTop(0);
+    ASSERT_TRUE(puzzle.pieceAt(board.window, 530, 350, found));
+    EXPECT_EQ(0, found);
+
+    puzzle.pieces[0].isSet = true;
+    ASSERT_TRUE(puzzle.pieceAt(board.window, 530, 350, found));
+    EXPECT_EQ(2, found);
+
+    puzzle.pieces[2].window = board.hScrollBar;
+    ASSERT_TRUE(puzzle.pieceAt(board.window, 530, 350, found));
+    EXPECT_EQ(1, found);
+
+    EXPECT_FALSE(puzzle.pieceAt(board.window, 505, 350, found));  // only the set piece
+    EXPECT_FALSE(puzzle.pieceAt(board.window, 900, 650, found));
+}
