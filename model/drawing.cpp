@@ -40,28 +40,11 @@ void Puzzle::drawGroup(const RECT& clip, int p)
                clip.bottom - clip.top, mask, image, clip.left - group.x, clip.top - group.y);
 }
 
-void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
+RECT Puzzle::occlusionPass(const RECT& rect, int trayId, std::vector<int>& list) const
 {
-    if (!made)
-        return;
-    HDC target = boardDC;
-    int targetWidth = boardWidth, targetHeight = boardHeight;
-    if (trayId != 0) {
-        if (!(currentTray && currentTray->id == trayId) && !findTray(trayId, true))
-            return;
-        target = currentTray->imageDC;
-        targetWidth = currentTray->viewWidth;
-        targetHeight = currentTray->viewHeight;
-    }
-    createMemoryDC(compositionDC, pictureDC, compositionBitmap, targetWidth, targetHeight, true);
-
     const RECT visible = getPuzzleArea(true);
-
-    // Occlusion pass, from the top down: list what meets rect and shrink what is still to
-    // be painted by every piece's solid core, stopping once nothing is left.
     RECT remaining = rect;
-    std::vector<int> list;
-    list.reserve(64);
+    list.clear();
     for (int z = pieceCount - 1; z >= 0; --z) {
         const int p = zOrder[z];
         const Piece& piece = pieces[p];
@@ -83,17 +66,37 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
         if (!intersect(meets, bounds, remaining))
             continue;
         list.push_back(p);
-        RECT covered;
+        // SubtractRect takes the core away only where what is left is still one rectangle.
+        RECT covered, rest;
         if (intersect(covered, core, remaining)) {
-            RECT rest;
-            if (SubtractRect(&rest, &remaining, &covered))
-                remaining = rest;
-            else
-                SetRectEmpty(&remaining);
+            SubtractRect(&rest, &remaining, &covered);
+            remaining = rest;
         }
         if (IsRectEmpty(&remaining))
             break;
     }
+    return remaining;
+}
+
+void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
+{
+    if (!made)
+        return;
+    HDC target = boardDC;
+    int targetWidth = boardWidth, targetHeight = boardHeight;
+    if (trayId != 0) {
+        if (!(currentTray && currentTray->id == trayId) && !findTray(trayId, true))
+            return;
+        target = currentTray->imageDC;
+        targetWidth = currentTray->viewWidth;
+        targetHeight = currentTray->viewHeight;
+    }
+    createMemoryDC(compositionDC, pictureDC, compositionBitmap, targetWidth, targetHeight, true);
+
+    const RECT visible = getPuzzleArea(true);
+
+    std::vector<int> list;
+    const RECT remaining = occlusionPass(rect, trayId, list);
 
     if (!IsRectEmpty(&remaining)) {
         const int w = remaining.right - remaining.left;

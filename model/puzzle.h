@@ -1,6 +1,7 @@
 #pragma once
 // The one model of the puzzle on the screen: the cut, every piece, the stacking order, the
 // group and tray lists, the board and puzzle-area geometry, the drawing surfaces and options.
+#include <vector>
 #include <windows.h>
 
 #include "make_inputs.h"
@@ -41,6 +42,10 @@ public:
 
     // ---- Drawing
     void repaintRect(const RECT& rect, int trayId, HWND window);
+    // The first step of a repaint: lists, top first, the pieces of the window that meet rect
+    // down to where the solid cores of higher pieces hide everything, and returns the part
+    // of rect still to be painted with the background (empty when none is).
+    RECT occlusionPass(const RECT& rect, int trayId, std::vector<int>& list) const;
     void drawGroup(const RECT& clip, int p);
     void prepareDragImage(int p, int mouseX, int mouseY);
     void refreshPattern(bool toggle);
