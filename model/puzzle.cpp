@@ -152,6 +152,9 @@ void Puzzle::clear()
 
 void Puzzle::deleteGroups()
 {
+    // Ids start again at 1 with the next puzzle, also when its last groups went by being
+    // set or merged.
+    lastGroupId = 0;
     if (groupCount == 0)
         return;
     for (PieceGroup* group = firstGroup; group;) {
@@ -161,11 +164,11 @@ void Puzzle::deleteGroups()
     }
     firstGroup = lastGroup = currentGroup = foundGroup = nullptr;
     groupCount = 0;
-    lastGroupId = 0;
 }
 
 void Puzzle::deleteTrays()
 {
+    lastTrayId = 0;
     if (trayCount == 0)
         return;
     // Each tray is unlinked before its window is destroyed, so that messages sent during the
@@ -177,7 +180,6 @@ void Puzzle::deleteTrays()
     }
     lastTray = nullptr;
     trayCount = 0;
-    lastTrayId = 0;
 }
 
 void Puzzle::releaseBoard()

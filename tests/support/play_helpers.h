@@ -1,0 +1,29 @@
+#pragma once
+// Carrying pieces the way the player does: a press on the piece, pointer moves, a press to
+// drop, through the same handlers the window procedures call.
+#include <windows.h>
+
+#include "tests/support/test_board.h"
+
+namespace play {
+
+// Moves piece p (not dragging) so that its cell's top-left lies at (x, y), on top.
+void placeCell(int p, int x, int y);
+
+// Press on the middle of p's cell in its window.
+void pickUp(int p);
+// Pointer moves of the carried item by (dx, dy), in its window's coordinates.
+void moveBy(int dx, int dy);
+// Press at the pointer's place in the carried item's window, or in another window at
+// (x, y) of that window.
+void drop();
+void dropIn(HWND window, int x, int y);
+
+// Picks p up, carries it so that its cell's top-left comes to (x, y), and drops it.
+void carryCellTo(int p, int x, int y);
+
+// The main window's board image as it is, and as a repaint from scratch makes it.
+Snapshot boardImage();
+Snapshot freshBoardImage();
+
+}  // namespace play
