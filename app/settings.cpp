@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include "app/app_state.h"
 #include "resources/resource.h"
@@ -60,5 +61,7 @@ void AutoPuzzlePath(const char* folder, const char* picturePath, const char* ext
     const char* slash = strrchr(picturePath, '\\');
     const char* name = slash ? slash + 1 : picturePath;
     const size_t nameLength = strcspn(name, ".");
-    wsprintfA(result, "%s\\%.*s%s", folder, static_cast<int>(nameLength), name, extension);
+    // wsprintf knows no precision from an argument; the pieces are copied one by one.
+    std::string path = std::string(folder) + "\\" + std::string(name, nameLength) + extension;
+    lstrcpynA(result, path.c_str(), MAX_PATH);
 }

@@ -17,6 +17,9 @@ prepare_wine_prefix() {
   fi
   wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d N /f \
     >/dev/null 2>&1 </dev/null
+  # A crash ends the process with its backtrace on stderr instead of waiting in a dialog.
+  wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f \
+    >/dev/null 2>&1 </dev/null
 }
 
 # Sounds play into a null device: no sound card here, and no ALSA noise on stderr.

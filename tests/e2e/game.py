@@ -45,22 +45,27 @@ class Screen:
         i = 3 * (y * self.width + x)
         return tuple(self.data[i:i + 3])
 
-    def find_rectangle_frame(self, w, h, colour=(0, 0, 0)):
-        """Top-left of a one-pixel frame of exactly w x h in the given colour."""
-        for y in range(self.height - h):
-            row = self.data[3 * y * self.width: 3 * (y + 1) * self.width]
-            for x in range(self.width - w):
-                if tuple(row[3 * x:3 * x + 3]) != colour:
-                    continue
-                if (self.pixel(x + w - 1, y) == colour and self.pixel(x, y + h - 1) == colour
-                        and self.pixel(x + w - 1, y + h - 1) == colour
-                        and self.pixel(x + w // 2, y) == colour
-                        and self.pixel(x + w // 2, y + h - 1) == colour
-                        and self.pixel(x, y + h // 2) == colour
-                        and self.pixel(x + w - 1, y + h // 2) == colour
-                        and self.pixel(x + 1, y + 1) != colour):
-                    return x, y
-        return None
+    def find_rectangle_frame(self, w, h, colour=(0, 0, 0), run=60):
+        """Top-left of a one-pixel frame of exactly w x h, found from the long straight
+        stretches of its edges that pieces lying over it leave visible."""
+        rows, columns = set(), set()
+        for y in range(self.height):
+            length = 0
+            for x in range(self.width):
+                length = length + 1 if self.pixel(x, y) == colour else 0
+                if length == run:
+                    rows.add(y)
+        for x in range(self.width):
+            length = 0
+            for y in range(self.height):
+                length = length + 1 if self.pixel(x, y) == colour else 0
+                if length == run:
+                    columns.add(x)
+        tops = [y for y in sorted(rows) if y + h - 1 in rows]
+        lefts = [x for x in sorted(columns) if x + w - 1 in columns]
+        if not tops or not lefts:
+            return None
+        return lefts[0], tops[0]
 
     def bounding_box(self, colour, region=None, tolerance=0):
         """(left, top, right, bottom) of the pixels of a colour, right and bottom excluded."""
@@ -75,6 +80,57 @@ class Screen:
         if not xs:
             return None
         return min(xs), min(ys), max(xs) + 1, max(ys) + 1
+
+    def horizontal_scroll_bar(self, below=400):
+        """(left, top, right) of the topmost long grey line below a row: the top edge of a
+        horizontal scroll bar's thumb."""
+        for y in range(below, self.height):
+            run_colour, run_start, length = None, 0, 0
+            for x in range(self.width):
+                p = self.pixel(x, y)
+                if p == run_colour:
+                    length += 1
+                else:
+                    run_colour, run_start, length = p, x, 1
+                grey = p[0] == p[1] == p[2] and 60 < p[0] < 230
+                if grey and length >= 300 and (x + 1 == self.width or self.pixel(x + 1, y) != p):
+                    return run_start, y, x + 1
+        return None
+
+    def largest_component(self, colour, region=None, tolerance=8):
+        """Bounding box (left, top, right, bottom) and size of the largest 4-connected area
+        of a colour, or None."""
+        left, top, right, bottom = region or (0, 0, self.width, self.height)
+        w = self.width
+        data = self.data
+
+        def matches(x, y):
+            i = 3 * (y * w + x)
+            return (abs(data[i] - colour[0]) <= tolerance and abs(data[i + 1] - colour[1]) <= tolerance
+                    and abs(data[i + 2] - colour[2]) <= tolerance)
+
+        seen = set()
+        best = None
+        for y in range(top, bottom, 3):
+            for x in range(left, right, 3):
+                if (x, y) in seen or not matches(x, y):
+                    continue
+                stack = [(x, y)]
+                seen.add((x, y))
+                box = [x, y, x + 1, y + 1]
+                size = 0
+                while stack:
+                    cx, cy = stack.pop()
+                    size += 1
+                    box = [min(box[0], cx), min(box[1], cy), max(box[2], cx + 1), max(box[3], cy + 1)]
+                    for nx, ny in ((cx + 1, cy), (cx - 1, cy), (cx, cy + 1), (cx, cy - 1)):
+                        if left <= nx < right and top <= ny < bottom and (nx, ny) not in seen \
+                                and matches(nx, ny):
+                            seen.add((nx, ny))
+                            stack.append((nx, ny))
+                if best is None or size > best[1]:
+                    best = (tuple(box), size)
+        return best
 
     def count(self, colour, region, tolerance=0):
         left, top, right, bottom = region
