@@ -97,14 +97,18 @@ class Screen:
                     return run_start, y, x + 1
         return None
 
-    def largest_component(self, colour, region=None, tolerance=8):
-        """Bounding box (left, top, right, bottom) and size of the largest 4-connected area
-        of a colour, or None."""
+    def largest_component(self, colour, region=None, tolerance=8, exclude=None):
+        """The largest 4-connected area of a colour, pixels in `exclude` left out, as
+        (bounding box (left, top, right, bottom), size, a pixel of it near its middle);
+        None when the colour is nowhere."""
         left, top, right, bottom = region or (0, 0, self.width, self.height)
+        ex = exclude or (0, 0, 0, 0)
         w = self.width
         data = self.data
 
         def matches(x, y):
+            if ex[0] <= x < ex[2] and ex[1] <= y < ex[3]:
+                return False
             i = 3 * (y * w + x)
             return (abs(data[i] - colour[0]) <= tolerance and abs(data[i + 1] - colour[1]) <= tolerance
                     and abs(data[i + 2] - colour[2]) <= tolerance)
@@ -119,9 +123,11 @@ class Screen:
                 seen.add((x, y))
                 box = [x, y, x + 1, y + 1]
                 size = 0
+                pixels = []
                 while stack:
                     cx, cy = stack.pop()
                     size += 1
+                    pixels.append((cx, cy))
                     box = [min(box[0], cx), min(box[1], cy), max(box[2], cx + 1), max(box[3], cy + 1)]
                     for nx, ny in ((cx + 1, cy), (cx - 1, cy), (cx, cy + 1), (cx, cy - 1)):
                         if left <= nx < right and top <= ny < bottom and (nx, ny) not in seen \
@@ -129,7 +135,10 @@ class Screen:
                             seen.add((nx, ny))
                             stack.append((nx, ny))
                 if best is None or size > best[1]:
-                    best = (tuple(box), size)
+                    mx = sum(p[0] for p in pixels) / size
+                    my = sum(p[1] for p in pixels) / size
+                    middle = min(pixels, key=lambda p: (p[0] - mx) ** 2 + (p[1] - my) ** 2)
+                    best = (tuple(box), size, middle)
         return best
 
     def count(self, colour, region, tolerance=0):
@@ -164,9 +173,13 @@ class Game:
         xdotool("type", "--delay", "20", text)
 
     def click(self, x, y, pause=0.3):
+        """A press and release of the left button at (x, y), held briefly as a hand does:
+        caption buttons act only on a release that their tracking loop sees."""
         xdotool("mousemove", x, y)
         time.sleep(0.1)
-        xdotool("click", "1")
+        xdotool("mousedown", "1")
+        time.sleep(0.08)
+        xdotool("mouseup", "1")
         time.sleep(pause)
 
     def move(self, x, y, steps=1, pause=0.2):
