@@ -6,6 +6,9 @@
 #include "model/puzzle.h"
 #include "play/drag.h"
 #include "play/piece_group.h"
+#include "play/sounds.h"
+#include "app/app_state.h"
+#include "resources/resource.h"
 #include "tests/support/game_session.h"
 #include "tests/support/play_helpers.h"
 
@@ -201,6 +204,27 @@ TEST_F(Joining, AFreePieceNeverJoinsASetNeighbour)
     EXPECT_FALSE(thePuzzle.pieces[10].isGrouped);
     EXPECT_FALSE(thePuzzle.pieces[10].isSet);
     thePuzzle.scrollX = 0;
+}
+
+TEST_F(Joining, SoundsMarkPickUpsPlainDropsJoinsAndSetting)
+{
+    appState.soundOn = true;
+    placeCell(8, X, Y);
+    play::pickUp(9);
+    EXPECT_EQ(IDW_CLICK, lastSoundPlayed());
+    play::moveBy(0, -200);
+    play::drop();  // neither set nor joined
+    EXPECT_EQ(IDW_CLICK, lastSoundPlayed());
+    carryCellTo(9, X + 52, Y);
+    EXPECT_EQ(IDW_SNAP, lastSoundPlayed());
+    carryCellTo(1, X - 300, Y - 200);
+    carryCellTo(1, thePuzzle.originX + 50, thePuzzle.originY + 2);  // set at home
+    EXPECT_EQ(IDW_SNAP, lastSoundPlayed());
+
+    appState.soundOn = false;  // the option silences the next pick-up
+    play::pickUp(2);
+    EXPECT_EQ(IDW_SNAP, lastSoundPlayed());
+    play::drop();
 }
 
 TEST(IndexList, KeepsOrderAndRemovesOnlyTheFirstMatch)
