@@ -7,6 +7,7 @@
 #include "app/strings.h"
 #include "app/toolbar.h"
 #include "files/collection.h"
+#include "files/file_prompt.h"
 #include "files/picture.h"
 #include "model/puzzle.h"
 #include "play/drag.h"
@@ -27,16 +28,6 @@ void setCommandEnabled(int menuId, int buttonId, bool enabled)
     if (buttonId)
         SetControlEnabled(appState.toolbar, buttonId, enabled);
     enableMenuItem(menuId, enabled);
-}
-
-bool fileExists(const char* path)
-{
-    WIN32_FIND_DATAA found;
-    HANDLE search = FindFirstFileA(path, &found);
-    if (search == INVALID_HANDLE_VALUE)
-        return false;
-    FindClose(search);
-    return true;
 }
 
 // Commands the main window executes itself; false for those it passes on.

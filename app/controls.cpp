@@ -23,6 +23,18 @@ void SetControlVisible(HWND dialog, int id, bool visible)
     }
 }
 
+void SetScrollBarRange(HWND window, int bar, int maximum, int page, int position)
+{
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+    info.nMin = 0;
+    info.nMax = maximum;
+    info.nPage = static_cast<UINT>(page);
+    info.nPos = position;
+    SetScrollInfo(window, bar, &info, TRUE);
+}
+
 void SetControlEnabled(HWND dialog, int id, bool enabled)
 {
     HWND control = GetDlgItem(dialog, id);

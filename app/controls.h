@@ -8,3 +8,7 @@ bool SetStyleBit(HWND window, int index, LONG bit, bool on);
 void SetControlVisible(HWND dialog, int id, bool visible);
 // Nothing is repainted here.
 void SetControlEnabled(HWND dialog, int id, bool enabled);
+
+// Range 0 .. maximum, page and position of a scroll bar (bar: SB_CTL, SB_HORZ or SB_VERT),
+// redrawn.
+void SetScrollBarRange(HWND window, int bar, int maximum, int page, int position);

@@ -14,6 +14,7 @@
 #include "app/strings.h"
 #include "app/toolbar.h"
 #include "files/collection.h"
+#include "files/file_prompt.h"
 #include "model/gdi_objects.h"
 #include "model/memory_dc.h"
 #include "model/puzzle.h"
@@ -25,20 +26,10 @@ namespace {
 constexpr const char* SettingsRoot = "Software\\Tovira Software\\";
 constexpr int TitleSize = 100;
 
-bool pathExists(const char* path)
-{
-    WIN32_FIND_DATAA found;
-    HANDLE search = FindFirstFileA(path, &found);
-    if (search == INVALID_HANDLE_VALUE)
-        return false;
-    FindClose(search);
-    return true;
-}
-
 void makeWorkingFolder(char* folder, const char* name)
 {
     wsprintfA(folder, "%s\\%s", appState.startFolder, name);
-    if (!pathExists(folder))
+    if (!fileExists(folder))
         CreateDirectoryA(folder, nullptr);  // a failure only costs the default folder
 }
 

@@ -29,6 +29,8 @@ KindDetails detailsOf(FileKind kind)
     }
 }
 
+}  // namespace
+
 bool fileExists(const char* path)
 {
     WIN32_FIND_DATAA found;
@@ -38,8 +40,6 @@ bool fileExists(const char* path)
     FindClose(search);
     return true;
 }
-
-}  // namespace
 
 bool chooseFile(HWND owner, char* path, int mode, FileKind kind)
 {

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "app/controls.h"
 #include "files/picture.h"
 #include "model/masked_drawing.h"
 #include "model/memory_dc.h"
@@ -42,14 +43,7 @@ int fitScrollBar(HWND bar, int puzzleSize, int areaSize, int barThickness)
     }
     const int visible = areaSize - barThickness;
     ShowScrollBar(bar, SB_CTL, TRUE);
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
-    info.nMin = 0;
-    info.nMax = puzzleSize;
-    info.nPage = static_cast<UINT>(visible);
-    info.nPos = 0;
-    SetScrollInfo(bar, SB_CTL, &info, TRUE);
+    SetScrollBarRange(bar, SB_CTL, puzzleSize, visible, 0);
     return visible;
 }
 

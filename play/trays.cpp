@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "app/app_state.h"
+#include "app/controls.h"
 #include "app/strings.h"
 #include "model/memory_dc.h"
 #include "model/puzzle.h"
@@ -56,18 +57,6 @@ HWND Tray::createWindow(int x, int y, int w, int h, HWND parent, HINSTANCE modul
 
 namespace {
 
-void setBar(HWND window, int bar, int range, int page, int position)
-{
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
-    info.nMin = 0;
-    info.nMax = range;
-    info.nPage = static_cast<UINT>(page);
-    info.nPos = position;
-    SetScrollInfo(window, bar, &info, TRUE);
-}
-
 void retarget(Puzzle& puzzle, const Tray& tray)
 {
     for (const IndexNode* node = tray.pieces.head; node; node = node->next)
@@ -99,10 +88,10 @@ bool Tray::resize(int w, int h, bool isView)
     }
     hasHScroll = viewWidth < contentWidth;
     if (hasHScroll)
-        setBar(window, SB_HORZ, contentWidth, viewWidth, scrollX);
+        SetScrollBarRange(window, SB_HORZ, contentWidth, viewWidth, scrollX);
     hasVScroll = viewHeight < contentHeight;
     if (hasVScroll)
-        setBar(window, SB_VERT, contentHeight, viewHeight, scrollY);
+        SetScrollBarRange(window, SB_VERT, contentHeight, viewHeight, scrollY);
     // Showing or hiding a bar resizes the client area, which comes back here through
     // WM_SIZE; by then nothing grows any more.
     ShowScrollBar(window, SB_HORZ, hasHScroll);

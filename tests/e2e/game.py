@@ -67,20 +67,6 @@ class Screen:
             return None
         return lefts[0], tops[0]
 
-    def bounding_box(self, colour, region=None, tolerance=0):
-        """(left, top, right, bottom) of the pixels of a colour, right and bottom excluded."""
-        left, top, right, bottom = region or (0, 0, self.width, self.height)
-        xs, ys = [], []
-        for y in range(top, bottom):
-            for x in range(left, right):
-                p = self.pixel(x, y)
-                if all(abs(p[i] - colour[i]) <= tolerance for i in range(3)):
-                    xs.append(x)
-                    ys.append(y)
-        if not xs:
-            return None
-        return min(xs), min(ys), max(xs) + 1, max(ys) + 1
-
     def horizontal_scroll_bar(self, below=400):
         """(left, top, right) of the topmost long grey line below a row: the top edge of a
         horizontal scroll bar's thumb."""
@@ -140,16 +126,6 @@ class Screen:
                     middle = min(pixels, key=lambda p: (p[0] - mx) ** 2 + (p[1] - my) ** 2)
                     best = (tuple(box), size, middle)
         return best
-
-    def count(self, colour, region, tolerance=0):
-        left, top, right, bottom = region
-        n = 0
-        for y in range(top, bottom):
-            for x in range(left, right):
-                p = self.pixel(x, y)
-                if all(abs(p[i] - colour[i]) <= tolerance for i in range(3)):
-                    n += 1
-        return n
 
 
 class Game:
@@ -218,15 +194,13 @@ class Game:
         self.dialog("Enter Number of Pieces")
         self.answer_size_dialog(columns, rows)
 
-    def running(self):
-        return self.process.poll() is None
 
     def exit_by_menu(self, timeout=30):
         self.menu("p", "x")
         return self.process.wait(timeout)
 
     def close(self):
-        if self.running():
+        if self.process.poll() is None:
             self.process.kill()
             self.process.wait(10)
         self.log.close()

@@ -1,4 +1,4 @@
-// The common file dialogs as chooseFile runs them, answered from a timer in their modal loop.
+// The common file dialogs as chooseFile runs them, answered from their own modal loop.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -6,62 +6,30 @@
 
 #include "app/app_state.h"
 #include "files/file_prompt.h"
+#include "tests/support/modal_driver.h"
 
 namespace {
 
 constexpr int FileNameBox = 0x47C;  // the file name field of the common dialogs
 
-// What the timer does: types a name into the file dialog and presses OK (or Cancel when
-// the name is empty), then answers the question whether to replace a file.
-struct Answers {
-    std::string name;
-    int replaceAnswer = IDYES;
-    bool asked = false;
+// Types name into the file dialog and presses OK (Cancel for an empty name); answers the
+// question whether to replace a file with replaceAnswer. Returns chooseFile's result.
+bool choose(int mode, const std::string& name, char* path, int replaceAnswer = IDYES,
+            bool* asked = nullptr)
+{
     bool typed = false;
-};
-Answers* answers = nullptr;
-
-BOOL CALLBACK findEnabledDialog(HWND window, LPARAM found)
-{
-    char type[32];
-    GetClassNameA(window, type, sizeof type);
-    if (std::string(type) == "#32770" && IsWindowVisible(window) && IsWindowEnabled(window)) {
-        *reinterpret_cast<HWND*>(found) = window;
-        return FALSE;
-    }
-    return TRUE;
-}
-
-void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD)
-{
-    HWND window = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), findEnabledDialog, reinterpret_cast<LPARAM>(&window));
-    if (!window)
-        return;
-    if (GetDlgItem(window, FileNameBox)) {
-        if (answers->typed)
-            return;
-        answers->typed = true;
-        if (answers->name.empty()) {
-            PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
-        } else {
-            SetDlgItemTextA(window, FileNameBox, answers->name.c_str());
-            PostMessageA(window, WM_COMMAND, IDOK, 0);
+    ModalDriver driver([&](HWND dialog) {
+        if (!GetDlgItem(dialog, FileNameBox)) {  // the question
+            if (asked)
+                *asked = true;
+            PostMessageA(dialog, WM_COMMAND, replaceAnswer, 0);
+        } else if (!typed) {
+            typed = true;
+            SetDlgItemTextA(dialog, FileNameBox, name.c_str());
+            PostMessageA(dialog, WM_COMMAND, name.empty() ? IDCANCEL : IDOK, 0);
         }
-    } else {  // the question
-        answers->asked = true;
-        PostMessageA(window, WM_COMMAND, answers->replaceAnswer, 0);
-    }
-}
-
-bool choose(int mode, FileKind kind, Answers& a, char* path)
-{
-    answers = &a;
-    const UINT_PTR timer = SetTimer(nullptr, 0, 50, onTimer);
-    const bool ok = chooseFile(nullptr, path, mode, kind);
-    KillTimer(nullptr, timer);
-    answers = nullptr;
-    return ok;
+    });
+    return chooseFile(nullptr, path, mode, mode == SavePrompt ? PuzzleFile : PictureFile);
 }
 
 class FilePrompt : public ::testing::Test {
@@ -72,8 +40,7 @@ protected:
         GetTempPathA(MAX_PATH, folder);
         folder[strlen(folder) - 1] = '\0';  // no trailing backslash
         existing = std::string(folder) + "\\tovira-prompt.fpp";
-        FILE* file = fopen(existing.c_str(), "w");
-        fclose(file);
+        fclose(fopen(existing.c_str(), "w"));
         strcpy(appState.puzzleFolder, "C:\\");
     }
     void TearDown() override { DeleteFileA(existing.c_str()); }
@@ -87,36 +54,36 @@ protected:
 TEST_F(FilePrompt, ReplacingAnExistingFileNeedsAYes)
 {
     char path[MAX_PATH];
-    Answers yes{existing, IDYES};
-    EXPECT_TRUE(choose(SavePrompt, PuzzleFile, yes, path));
-    EXPECT_TRUE(yes.asked);
+    bool asked = false;
+    EXPECT_TRUE(choose(SavePrompt, existing, path, IDYES, &asked));
+    EXPECT_TRUE(asked);
     EXPECT_STREQ(existing.c_str(), path);
     EXPECT_STREQ(folder, appState.puzzleFolder);  // the next prompt starts there
 
     for (int refusal : {IDNO, IDCANCEL}) {
         strcpy(appState.puzzleFolder, "C:\\");
-        Answers no{existing, refusal};
-        EXPECT_FALSE(choose(SavePrompt, PuzzleFile, no, path));
-        EXPECT_TRUE(no.asked);
+        EXPECT_FALSE(choose(SavePrompt, existing, path, refusal));
         EXPECT_STREQ("C:\\", appState.puzzleFolder);
     }
 }
 
-TEST_F(FilePrompt, ANewFileIsTakenWithoutAQuestion)
+TEST_F(FilePrompt, ANewFileIsTakenWithoutAQuestionAndCancelLeavesNoPath)
 {
     char path[MAX_PATH];
     const std::string fresh = std::string(folder) + "\\tovira-new.fpp";
     DeleteFileA(fresh.c_str());
-    Answers a{fresh};
-    EXPECT_TRUE(choose(SavePrompt, PuzzleFile, a, path));
-    EXPECT_FALSE(a.asked);
+    bool asked = false;
+    EXPECT_TRUE(choose(SavePrompt, fresh, path, IDYES, &asked));
+    EXPECT_FALSE(asked);
     EXPECT_STREQ(fresh.c_str(), path);
-}
 
-TEST_F(FilePrompt, CancellingLeavesAnEmptyPath)
-{
-    char path[MAX_PATH] = "stale";
-    Answers cancel{""};
-    EXPECT_FALSE(choose(OpenPrompt, PictureFile, cancel, path));
+    EXPECT_FALSE(choose(OpenPrompt, "", path));
     EXPECT_STREQ("", path);
+
+    char name[MAX_PATH];
+    folderOf("C:\\Pics\\cats\\cat.jpg", folder, name);
+    EXPECT_STREQ("C:\\Pics\\cats", folder);
+    EXPECT_STREQ("cat.jpg", name);
+    folderOf("cat.jpg", folder, nullptr);
+    EXPECT_STREQ("", folder);
 }

@@ -237,37 +237,6 @@ TEST(Repaint, ASocketZoneIsNotSolidSoThePiecesBeneathAreListed)
         << below.bottom << " listed " << list.size();
 }
 
-TEST(Repaint, LeavesOutPiecesMarkedInvisible)
-{
-    DrawingBoard d;
-    Puzzle& puzzle = d.puzzle;
-    Piece& piece = d.inner();
-    piece.moveTo(500, 300, false);
-    for (int p = 0; p < puzzle.pieceCount; ++p) {
-        if (p != 8)
-            puzzle.pieces[p].moveTo(0, 650, false);
-    }
-    piece.isVisible = false;
-    const RECT box = piece.getBounds(true, false, false);
-    puzzle.repaintRect(box, 0, nullptr);
-    const Snapshot shot(d.board.boardDC, box.left, box.top, box.right - box.left,
-                        box.bottom - box.top);
-    for (COLORREF colour : shot.pixels)
-        ASSERT_EQ(White, colour);
-}
-
-TEST(Repaint, ATrayThatDoesNotExistChangesNothing)
-{
-    DrawingBoard d;
-    Puzzle& puzzle = d.puzzle;
-    puzzle.repaintRect(RECT{0, 0, 50, 50}, 0, nullptr);
-    HDC composition = d.puzzle.compositionDC;
-    const Snapshot before(composition, 0, 0, 50, 50);
-    puzzle.repaintRect(RECT{0, 0, 50, 50}, 7, nullptr);
-    EXPECT_EQ(composition, puzzle.compositionDC);
-    EXPECT_TRUE(before == Snapshot(composition, 0, 0, 50, 50));
-}
-
 TEST(Repaint, SetPiecesScrollWithThePuzzleAreaAndStayInsideIt)
 {
     TestBoard board;

@@ -54,7 +54,7 @@ TEST(Stacking, RaisingAndSendingMoveOnlyThatPiece)
     EXPECT_EQ((std::vector<int>{3, 0, 2, 4, 1}), std::vector<int>(puzzle.zOrder, puzzle.zOrder + 5));
 }
 
-TEST(Clear, ReleasesEveryRegionAndSurface)
+TEST(Clear, ReleasesEveryRegionAndSurfaceAndWhitensTheBoard)
 {
     TestBoard board;
     Puzzle puzzle;
@@ -62,29 +62,16 @@ TEST(Clear, ReleasesEveryRegionAndSurface)
     const long before = gdi::liveObjects();
     puzzle.makePuzzle(inputs);
     EXPECT_GT(gdi::liveObjects(), before);
+    puzzle.scrollX = 30;
     puzzle.clear();
     EXPECT_EQ(before, gdi::liveObjects());
     EXPECT_FALSE(puzzle.made);
     EXPECT_EQ(nullptr, puzzle.pieces);
-}
-
-TEST(Clear, LeavesAWhiteUnscrolledBoardAndKeepsTheCut)
-{
-    TestBoard board;
-    Puzzle puzzle;
-    puzzle.makePuzzle(board.inputs(400, 300, 8, 6, Knobbed, 9));
-    puzzle.scrollX = 30;
-    puzzle.scrollY = 20;
-    puzzle.clear();
     EXPECT_EQ(0, puzzle.scrollX);
-    EXPECT_EQ(0, puzzle.scrollY);
-    EXPECT_EQ(48, puzzle.pieceCount);
+    EXPECT_EQ(48, puzzle.pieceCount);  // the cut is kept
     const Snapshot shot(board.boardDC, 0, 0, TestBoard::ClientWidth, TestBoard::ClientHeight);
     for (COLORREF colour : shot.pixels)
         ASSERT_EQ(RGB(255, 255, 255), colour);
-
-    puzzle.clear();  // not made: nothing happens
-    EXPECT_FALSE(puzzle.made);
 }
 
 TEST(Make, KeepsThePuzzleFileOnlyForTheSamePicture)
@@ -117,20 +104,6 @@ TEST(Make, ShowsScrollBarsOnlyForAPuzzleLargerThanTheArea)
     puzzle.makePuzzle(board.inputs(TestBoard::AreaWidth, 300, 4, 3, Rectangular, 1));
     EXPECT_EQ(TestBoard::AreaWidth, puzzle.visibleWidth);
     EXPECT_FALSE(GetWindowLongA(board.hScrollBar, GWL_STYLE) & WS_VISIBLE);
-}
-
-TEST(Make, ScattersEveryPieceOffThePreview)
-{
-    TestBoard board;
-    Puzzle puzzle;
-    puzzle.makePuzzle(board.inputs(600, 400, 12, 8, Knobbed, 77));
-    for (int p = 0; p < puzzle.pieceCount; ++p) {
-        const Piece& piece = puzzle.pieces[p];
-        EXPECT_TRUE(piece.x >= puzzle.previewX + puzzle.previewWidth ||
-                    piece.y >= puzzle.previewY + puzzle.previewHeight)
-            << "piece " << p;
-    }
-    expectConsistentStacking(puzzle);
 }
 
 // One outline region per piece would pass the platform's default limit of 10,000 GDI

@@ -25,17 +25,9 @@ bool sameRect(const RECT& a, const RECT& b)
 
 namespace {
 
-class Dragging : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        session::makePuzzle(400, 300, 8, 6);
-        session::moveFreePiecesTo(20, 560);
-    }
-    void TearDown() override { session::end(); }
-};
+class Dragging : public play::Table {};
 
-constexpr int X = 680, Y = 440;
+constexpr int X = play::TableX, Y = play::TableY;
 
 }  // namespace
 

@@ -25,17 +25,8 @@ bool sameRect(const RECT& a, const RECT& b)
 
 namespace {
 
-// A 400 x 300 puzzle of 8 x 6 pieces of 50 x 50 (knobs of 6), every free piece piled
-// in the bottom-left corner, far from the places used below and from every home.
-class Joining : public ::testing::Test {
+class Joining : public play::Table {
 protected:
-    void SetUp() override
-    {
-        session::makePuzzle(400, 300, 8, 6);
-        session::moveFreePiecesTo(20, 560);
-    }
-    void TearDown() override { session::end(); }
-
     bool together(int a, int b) const
     {
         const Piece& pa = thePuzzle.pieces[a];
@@ -49,7 +40,7 @@ protected:
     }
 };
 
-constexpr int X = 680, Y = 440;  // right of and below every home of the 400 x 300 puzzle
+constexpr int X = play::TableX, Y = play::TableY;
 
 }  // namespace
 
@@ -245,27 +236,4 @@ TEST(IndexList, KeepsOrderAndRemovesOnlyTheFirstMatch)
     EXPECT_EQ(4, list.tail->value);
     EXPECT_FALSE(list.remove(9));
     EXPECT_EQ(2, list.count);
-}
-
-TEST(GroupList, IdsGrowAndDeletedGroupsAreNeverFound)
-{
-    session::makePuzzle(400, 300, 8, 6);
-    Puzzle& puzzle = thePuzzle;
-    EXPECT_EQ(1, puzzle.createGroup(0, 0));
-    EXPECT_EQ(7, puzzle.createGroup(7, 0));
-    EXPECT_EQ(8, puzzle.createGroup(0, 0));
-    EXPECT_EQ(8, puzzle.lastGroupId);
-    EXPECT_TRUE(puzzle.findGroup(7, true));
-    EXPECT_TRUE(puzzle.deleteGroup(7));
-    EXPECT_FALSE(puzzle.findGroup(7, false));
-    EXPECT_EQ(nullptr, puzzle.foundGroup);
-    EXPECT_EQ(2, puzzle.groupCount);
-    // Adding a piece that is already a member changes nothing.
-    const int piece = 3;
-    puzzle.addToGroup(1, &piece, 1);
-    const RECT bounds = puzzle.firstGroup->bounds;
-    puzzle.addToGroup(1, &piece, 1);
-    EXPECT_EQ(1, puzzle.firstGroup->members.count);
-    EXPECT_TRUE(EqualRect(&bounds, &puzzle.firstGroup->bounds));
-    session::end();
 }

@@ -7,6 +7,17 @@
 
 namespace play {
 
+void Table::SetUp()
+{
+    session::makePuzzle(400, 300, 8, 6);
+    session::moveFreePiecesTo(20, 560);
+}
+
+void Table::TearDown()
+{
+    session::end();
+}
+
 void placeCell(int p, int x, int y)
 {
     const RECT cell = session::cellOf(p);

@@ -1,11 +1,21 @@
 #pragma once
 // Carrying pieces the way the player does: a press on the piece, pointer moves, a press to
 // drop, through the same handlers the window procedures call.
+#include <gtest/gtest.h>
 #include <windows.h>
 
 #include "tests/support/test_board.h"
 
 namespace play {
+
+// A 400 x 300 puzzle of 8 x 6 pieces of 50 x 50 (knobs of 6), every free piece piled in the
+// bottom-left corner: far from every home and from the places around (TableX, TableY).
+class Table : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+};
+constexpr int TableX = 680, TableY = 440;
 
 // Moves piece p (not dragging) so that its cell's top-left lies at (x, y), on top.
 void placeCell(int p, int x, int y);
