@@ -33,6 +33,11 @@ int requestedOffset(int p, int request, int page, int max, int thumb)
 
 void ScrollView(HWND owner, int& offset, int request, int bar, int trayId, int thumb)
 {
+    // The board's bars stay on screen after a puzzle is cleared; without a puzzle they
+    // move nothing, or the offset would carry into the next one.
+    Puzzle& puzzle = thePuzzle;
+    if (!puzzle.made)
+        return;
     HCURSOR previous = SetCursor(appState.waitCursor);
     SCROLLINFO info{};
     info.cbSize = sizeof info;
@@ -41,8 +46,7 @@ void ScrollView(HWND owner, int& offset, int request, int bar, int trayId, int t
     const int page = static_cast<int>(info.nPage);
     offset = requestedOffset(offset, request, page, info.nMax - page, thumb);
 
-    Puzzle& puzzle = thePuzzle;
-    if (offset != info.nPos && puzzle.made) {
+    if (offset != info.nPos) {
         RECT area;
         HWND target;
         if (trayId == 0) {

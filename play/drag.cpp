@@ -205,11 +205,15 @@ void Puzzle::moveToWindow(int p, HWND window, HDC newTargetDC, int newTrayId)
         MapWindowPoints(oldWindow, window, reinterpret_cast<POINT*>(&box), 2);
         member.x = box.left;
         member.y = box.top;
-        if (newTrayId != 0)
+        // The tray's image may grow for an earlier member, which makes the surface passed
+        // in stale: each member draws into the tray's image as it is now.
+        if (newTrayId != 0) {
             putInTray(newTrayId, m);
+            if (findTray(newTrayId, false))
+                member.targetDC = foundTray->imageDC;
+        }
         takeFromTray(oldTray, m);
         member.isVisible = true;
-        // putInTray may have grown the tray's image; draw into the one the piece now names.
         member.draw(member.getBounds(true, false, false), 0, 0, false, false, false, false);
         UnionRect(&arrived, &arrived, &box);
     }
@@ -342,24 +346,28 @@ void repaintBeneathDrag(const RECT& rect, int trayId, HWND window)
         puzzle.repaintRect(rect, trayId, window);
         return;
     }
-    const Piece& piece = puzzle.pieces[dragState.draggedPiece];
-    const bool here = piece.trayId == trayId;
-    // Covering the item as well keeps it out of the whole of the composition copy, from
-    // which the next pointer move restores what lies beneath it.
-    RECT area = rect;
+    // The next pointer move restores what lies beneath the item from the composition copy,
+    // which must show the item's own window without the item. Another window is repainted
+    // first; the item's window is then rebuilt over the item (and over rect when it is that
+    // window) with the item hidden, and the item drawn back on top.
+    const int itemTray = puzzle.pieces[dragState.draggedPiece].trayId;
+    const bool here = itemTray == trayId;
+    if (!here)
+        puzzle.repaintRect(rect, trayId, window);
+    RECT area = item.rect;
     if (here)
         UnionRect(&area, &rect, &item.rect);
     for (int m : item.members)
         puzzle.pieces[m].isVisible = false;
-    puzzle.repaintRect(area, trayId, nullptr);
+    puzzle.repaintRect(area, itemTray, nullptr);
     for (int m : item.members)
         puzzle.pieces[m].isVisible = true;
-    if (here && (trayId == 0 || puzzle.findTray(trayId, true))) {
-        HDC surface = trayId == 0 ? puzzle.boardDC : puzzle.currentTray->imageDC;
+    if (itemTray == 0 || puzzle.findTray(itemTray, true)) {
+        HDC surface = itemTray == 0 ? puzzle.boardDC : puzzle.currentTray->imageDC;
         blitMasked(surface, item.rect.left, item.rect.top, item.width(), item.height(),
                    puzzle.dragMaskDC, puzzle.dragImageDC, 0, 0);
     }
-    if (window) {
+    if (here && window) {
         InvalidateRect(window, &area, FALSE);
         UpdateWindow(window);
     }

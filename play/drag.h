@@ -17,8 +17,8 @@ void handleMouseMove(HWND window, LPARAM point);
 // against a stale drag. Does nothing when no drag is under way.
 void endDragInPlace();
 
-// repaintRect that leaves no trace of an item being dragged: the window's image is rebuilt
-// without the item, which is then drawn back on top.
+// repaintRect that leaves no trace of an item being dragged, whichever window is repainted:
+// the item's own window is rebuilt without the item, which is then drawn back on top.
 void repaintBeneathDrag(const RECT& rect, int trayId, HWND window);
 
 // The top-left of the item being dragged in its window's coordinates.

@@ -9,6 +9,7 @@
 #include "model/puzzle.h"
 #include "play/drag.h"
 #include "play/piece_group.h"
+#include "play/tray.h"
 #include "resources/resource.h"
 #include "tests/support/game_session.h"
 #include "tests/support/play_helpers.h"
@@ -141,6 +142,35 @@ TEST_F(Dragging, ARepaintDuringADragLeavesNoTrace)
     play::drop();
     const Snapshot after = play::boardImage();
     EXPECT_TRUE(after == play::freshBoardImage());
+}
+
+TEST_F(Dragging, ScrollingATrayWhileCarryingOnTheBoardLeavesNoTrace)
+{
+    HWND window = nullptr;
+    thePuzzle.addTray(0, &window);
+    thePuzzle.findTray(1, false);
+    Tray& tray = *thePuzzle.foundTray;
+    thePuzzle.moveToWindow(30, window, tray.imageDC, 1);
+    thePuzzle.pieces[30].x = tray.viewWidth - 20;  // sticks out: the tray scrolls
+    thePuzzle.growTrayToFit(30);
+    placeCell(20, X, Y);
+    play::pickUp(20);
+    play::moveBy(10, 10);
+    ScrollView(window, tray.scrollX, SB_LINEDOWN, SB_HORZ, tray.id, 0);
+    ASSERT_EQ(1, tray.scrollX);
+    play::moveBy(10, 10);
+    play::moveBy(10, 10);
+    play::drop();
+    const Snapshot after = play::boardImage();
+    EXPECT_TRUE(after == play::freshBoardImage());
+}
+
+TEST_F(Dragging, WithoutAPuzzleTheBoardsBarsMoveNothing)
+{
+    session::makePuzzle(1500, 1000, 10, 10);
+    thePuzzle.clear();
+    ScrollView(appState.hScrollBar, thePuzzle.scrollX, SB_LINEDOWN, SB_CTL, 0, 0);
+    EXPECT_EQ(0, thePuzzle.scrollX);
 }
 
 TEST_F(Dragging, ACommandEndsADragFirst)

@@ -185,10 +185,15 @@ TEST_F(Trays, AGroupCarriedIntoATrayBringsAllItsMembers)
     play::carryCellTo(10, 650, 450);
     thePuzzle.addTray(0);
     Tray& t = tray(1);
-    carryIntoTray(9, t, 5, 20);
+    // Sticking out on the right: the tray's image grows while the members arrive.
+    const HDC before = t.imageDC;
+    carryIntoTray(9, t, t.viewWidth - 30, 20);
+    EXPECT_NE(before, t.imageDC);
+    for (int p : {9, 10})
+        EXPECT_EQ(t.imageDC, thePuzzle.pieces[p].targetDC) << p;
     EXPECT_EQ(2, t.pieces.count);
     EXPECT_EQ(1, thePuzzle.pieces[10].trayId);
     EXPECT_EQ(1, thePuzzle.firstGroup->trayId);
-    EXPECT_EQ(55, cellOf(10).left);
+    EXPECT_EQ(t.viewWidth - 30 + 50, cellOf(10).left);
     EXPECT_EQ(thePuzzle.firstGroup->x, thePuzzle.firstGroup->bounds.left);
 }
