@@ -6,14 +6,7 @@ set -euo pipefail
 here="$(dirname "${BASH_SOURCE[0]}")"
 bash "$here/setup.sh"
 bash "$here/build.sh" --tests
-# Tests get a prefix of their own, so that a game left running does not share their
-# wineserver or display.
-export TOVIRA_WINEPREFIX="${TOVIRA_WINEPREFIX:-$(cd "$here/.." && pwd)/build/wineprefix-test}"
 source "$here/wine_env.sh"
-prepare_wine_prefix
-silence_sound
-start_xvfb
-trap stop_wine_and_display EXIT
-start_wineserver
+start_test_session
 cd "$BUILD_DIR"
 ctest --output-on-failure --timeout 600 "$@"

@@ -58,6 +58,17 @@ start_wineserver() {
   wine cmd /c exit >/dev/null 2>&1 </dev/null || true
 }
 
+# Everything a test or benchmark run needs, in a prefix of its own so that a game left
+# running does not share its wineserver or display; all is stopped when the script exits.
+start_test_session() {
+  export WINEPREFIX="$BUILD_DIR/wineprefix-test"
+  prepare_wine_prefix
+  silence_sound
+  start_xvfb
+  trap stop_wine_and_display EXIT
+  start_wineserver
+}
+
 stop_wine_and_display() {
   wineserver -k >/dev/null 2>&1 </dev/null || true
   if [ -n "$XVFB_PID" ]; then

@@ -159,14 +159,7 @@ TEST(Grid, RandomNumbersAreDrawnInTheirOrder)
     puzzle.makePuzzle(board.inputs(200, 200, 2, 2, Knobbed, seed));
 
     Puzzle replay;
-    replay.boardLeft = puzzle.boardLeft;
-    replay.boardTop = puzzle.boardTop;
-    replay.boardWidth = puzzle.boardWidth;
-    replay.boardHeight = puzzle.boardHeight;
-    replay.previewX = puzzle.previewX;
-    replay.previewY = puzzle.previewY;
-    replay.previewWidth = puzzle.previewWidth;
-    replay.previewHeight = puzzle.previewHeight;
+    copyPlacementGeometry(replay, puzzle);
     seedRandom(seed);
     for (int p = 0; p < 4; ++p) {
         const Piece& piece = puzzle.pieces[p];

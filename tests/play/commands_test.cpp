@@ -32,14 +32,7 @@ protected:
 // numbers drawn after it are known.
 void replay(Puzzle& replay, const Puzzle& made, unsigned seed)
 {
-    replay.boardLeft = made.boardLeft;
-    replay.boardTop = made.boardTop;
-    replay.boardWidth = made.boardWidth;
-    replay.boardHeight = made.boardHeight;
-    replay.previewX = made.previewX;
-    replay.previewY = made.previewY;
-    replay.previewWidth = made.previewWidth;
-    replay.previewHeight = made.previewHeight;
+    copyPlacementGeometry(replay, made);
     seedRandom(seed);
     for (int p = 0; p < made.pieceCount; ++p)
         replay.randomPosition(made.pieces[p].width, made.pieces[p].height);

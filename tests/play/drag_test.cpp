@@ -15,14 +15,8 @@
 #include "tests/support/play_helpers.h"
 
 using play::placeCell;
+using play::sameRect;
 using session::cellOf;
-
-namespace {
-bool sameRect(const RECT& a, const RECT& b)
-{
-    return EqualRect(&a, &b) != FALSE;
-}
-}  // namespace
 
 namespace {
 

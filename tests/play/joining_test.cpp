@@ -14,14 +14,8 @@
 
 using play::carryCellTo;
 using play::placeCell;
+using play::sameRect;
 using session::cellOf;
-
-namespace {
-bool sameRect(const RECT& a, const RECT& b)
-{
-    return EqualRect(&a, &b) != FALSE;
-}
-}  // namespace
 
 namespace {
 

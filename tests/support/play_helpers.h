@@ -32,6 +32,11 @@ void dropIn(HWND window, int x, int y);
 // Picks p up, carries it so that its cell's top-left comes to (x, y), and drops it.
 void carryCellTo(int p, int x, int y);
 
+inline bool sameRect(const RECT& a, const RECT& b)
+{
+    return EqualRect(&a, &b) != FALSE;
+}
+
 // The main window's board image as it is, and as a repaint from scratch makes it.
 Snapshot boardImage();
 Snapshot freshBoardImage();

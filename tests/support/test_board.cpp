@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "model/memory_dc.h"
+#include "model/puzzle.h"
 
 COLORREF patternColour(int x, int y)
 {
@@ -52,6 +53,18 @@ void fill(HDC dc, int w, int h, COLORREF colour)
     RECT box{0, 0, w, h};
     FillRect(dc, &box, brush);
     DeleteObject(brush);
+}
+
+void copyPlacementGeometry(Puzzle& to, const Puzzle& from)
+{
+    to.boardLeft = from.boardLeft;
+    to.boardTop = from.boardTop;
+    to.boardWidth = from.boardWidth;
+    to.boardHeight = from.boardHeight;
+    to.previewX = from.previewX;
+    to.previewY = from.previewY;
+    to.previewWidth = from.previewWidth;
+    to.previewHeight = from.previewHeight;
 }
 
 namespace {
