@@ -33,13 +33,25 @@ class Screen:
     """A screenshot of the whole display, pixel by pixel."""
 
     def __init__(self, path=None):
-        raw = subprocess.run(["import", "-window", "root", "-depth", "8", "ppm:-"],
-                             capture_output=True, check=True).stdout
+        # The program may still be drawing what the last input asked for: wait until two
+        # shots in a row agree.
+        raw = self.grab()
+        for _ in range(30):
+            time.sleep(0.1)
+            again = self.grab()
+            if again == raw:
+                break
+            raw = again
         match = re.match(rb"P6\s+(\d+)\s+(\d+)\s+(\d+)\s", raw)
         self.width, self.height = int(match.group(1)), int(match.group(2))
         self.data = raw[match.end():]
         if path:
             subprocess.run(["convert", "ppm:-", path], input=raw, check=True)
+
+    @staticmethod
+    def grab():
+        return subprocess.run(["import", "-window", "root", "-depth", "8", "ppm:-"],
+                              capture_output=True, check=True).stdout
 
     def pixel(self, x, y):
         i = 3 * (y * self.width + x)
