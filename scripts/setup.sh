@@ -25,7 +25,7 @@ dpkg --print-foreign-architectures | grep -qx i386 || dpkg --add-architecture i3
 
 # The security suite can carry newer amd64 libraries than any i386 build; multiarch needs
 # equal versions, so prefer the main suite's matching pairs.
-pin=/etc/apt/preferences.d/toviranpuzzle-multiarch
+pin=/etc/apt/preferences.d/tovirapuzzle-multiarch
 if [ ! -f "$pin" ]; then
   printf 'Package: *\nPin: release l=Debian-Security\nPin-Priority: 100\n' > "$pin"
 fi
