@@ -48,15 +48,6 @@ void IndexList::copyTo(int* array) const
         *array++ = node->value;
 }
 
-bool IndexList::contains(int value) const
-{
-    for (const IndexNode* node = head; node; node = node->next) {
-        if (node->value == value)
-            return true;
-    }
-    return false;
-}
-
 void IndexList::clear()
 {
     while (head) {

@@ -25,7 +25,6 @@ public:
     bool remove(int value);
     // Writes the values head to tail into an array of at least count elements.
     void copyTo(int* array) const;
-    bool contains(int value) const;
     void clear();
 
     int count;
