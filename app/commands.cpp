@@ -2,13 +2,16 @@
 
 #include "app/app_state.h"
 #include "app/controls.h"
+#include "app/history.h"
 #include "app/make_command.h"
 #include "app/settings.h"
 #include "app/strings.h"
 #include "app/toolbar.h"
 #include "files/collection.h"
+#include "files/collection_commands.h"
 #include "files/file_prompt.h"
 #include "files/picture.h"
+#include "files/puzzle_file.h"
 #include "model/puzzle.h"
 #include "play/drag.h"
 #include "resources/resource.h"
@@ -45,10 +48,8 @@ bool runMainCommand(HWND window, int id)
         DestroyWindow(window);
         return true;
     case IDM_SET_DEFAULT:
-        WriteSetting(appState.optionsKey, "Default Collection", theCollection.path);
-        return true;
     case IDM_RESET_DEFAULT:
-        WriteSetting(appState.optionsKey, "Default Collection", "");
+        setDefaultCollection(id == IDM_RESET_DEFAULT);
         return true;
     case IDM_SIMPLE_INTERFACE:
     case IDM_ADVANCED_INTERFACE:
@@ -62,14 +63,44 @@ bool runMainCommand(HWND window, int id)
         ToggleOutline(id);
         return true;
     case IDM_SAVE_PUZZLE_AS:
+        savePuzzleCommand(true);
+        UpdateCommandStates();
+        return true;
     case IDM_SAVE_COLLECTION_AS:
+        saveCollectionCommand(true);
+        UpdateCommandStates();
+        return true;
     case IDM_CLOSE_COLLECTION:
+        resetCollection(false);
+        return true;
     case IDM_HELP_TOPICS:
     case IDM_ABOUT:
-        return true;  // puzzle files, collections, help and About come later
+        return true;  // help and About come later
     default:
         return false;
     }
+}
+
+// An item of a recent-file submenu: the entry it names is opened. False for other IDs.
+bool runRecentCommand(int id)
+{
+    static const int firsts[] = {IDM_RECENT_PICTURE_FIRST, IDM_RECENT_PUZZLE_FIRST,
+                                 IDM_RECENT_COLLECTION_FIRST};
+    for (int kind = RecentPictures; kind <= RecentCollections; ++kind) {
+        const RecentList& list = appState.recent[kind];
+        if (id < firsts[kind] || id > list.lastMenuId)
+            continue;
+        char path[MAX_PATH];
+        lstrcpynA(path, list.entries[id - firsts[kind]], MAX_PATH);
+        if (kind == RecentPictures)
+            openPictureCommand(path);
+        else if (kind == RecentPuzzles)
+            openPuzzleCommand(path);
+        else
+            openCollection(path);
+        return true;
+    }
+    return false;
 }
 
 }  // namespace
@@ -79,7 +110,9 @@ void RouteCommand(HWND window, int id, LPARAM lParam)
     endDragInPlace();
     HCURSOR previous = SetCursor(appState.waitCursor);
     if (!runMainCommand(window, id)) {
-        // Recent-file ranges come with the history; every other ID goes to its button.
+        runRecentCommand(id);
+        // Every other ID goes to its button; a recent-file ID matches none, and the
+        // toolbar only runs its closing steps, among them the enabling pass.
         SendMessageA(appState.toolbar, WM_COMMAND, MAKEWPARAM(id - ToolbarCommandShift, 0),
                      lParam);
     }

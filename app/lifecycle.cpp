@@ -8,6 +8,7 @@
 
 #include "app/app_state.h"
 #include "app/commands.h"
+#include "app/history.h"
 #include "app/language.h"
 #include "app/main_window.h"
 #include "app/settings.h"
@@ -23,7 +24,6 @@
 
 namespace {
 
-constexpr const char* SettingsRoot = "Software\\Tovira Software\\";
 constexpr int TitleSize = 100;
 
 void makeWorkingFolder(char* folder, const char* name)
@@ -31,14 +31,6 @@ void makeWorkingFolder(char* folder, const char* name)
     wsprintfA(folder, "%s\\%s", appState.startFolder, name);
     if (!fileExists(folder))
         CreateDirectoryA(folder, nullptr);  // a failure only costs the default folder
-}
-
-char* settingsKey(const char* leaf)
-{
-    const size_t size = strlen(SettingsRoot) + strlen(ProgramName) + strlen(leaf) + 1;
-    char* key = static_cast<char*>(malloc(size));
-    wsprintfA(key, "%s%s%s", SettingsRoot, ProgramName, leaf);
-    return key;
 }
 
 void createToolbar(HWND window)
@@ -148,8 +140,8 @@ void StartUp(HWND window)
     ApplyInterfaceMenuRule();
     createScrollBars(window);
 
-    appState.optionsKey = settingsKey("\\Options");
-    appState.historyKey = settingsKey("\\History");
+    appState.optionsKey = NewSettingsKey("\\Options");
+    appState.historyKey = NewSettingsKey("\\History");
     LoadRecentLists();
     ReadSetting(appState.optionsKey, "Pictures Folder", appState.startFolder,
                 appState.picturesFolder);

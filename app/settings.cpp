@@ -2,66 +2,118 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <string>
+#include <vector>
 
-#include "app/app_state.h"
-#include "resources/resource.h"
+#include "app/main_window.h"
 
-bool ReadSetting(const char*, const char*, const char* defaultText, char* destination)
+namespace {
+
+constexpr int QueryBufferSize = 1024;
+char productKey[SettingTextSize] = "Software\\Tovira Software\\";
+bool productKeyBuilt = false;
+
+HKEY openKey(const char* keyPath)
 {
-    strncpy(destination, defaultText, MAX_PATH - 1);
-    destination[MAX_PATH - 1] = '\0';
-    return true;
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(HKEY_CURRENT_USER, keyPath, 0, KEY_ALL_ACCESS, &key) != ERROR_SUCCESS)
+        return nullptr;
+    return key;
 }
 
-bool ReadIntSetting(const char*, const char*, const char* defaultText, int& destination)
-{
-    destination = atoi(defaultText);
-    return true;
-}
+}  // namespace
 
-bool WriteSetting(const char*, const char*, const char*)
+const char* SettingsProductKey()
 {
-    return false;
-}
-
-bool WriteIntSetting(const char*, const char*, int)
-{
-    return false;
-}
-
-void LoadRecentLists()
-{
-    for (RecentList& list : appState.recent) {
-        list.count = 0;
-        list.lastMenuId = 0;
+    if (!productKeyBuilt) {
+        lstrcatA(productKey, ProgramName);
+        productKeyBuilt = true;
     }
+    return productKey;
 }
 
-void SaveRecentLists()
+void RedirectSettings(const char* key)
 {
+    lstrcpynA(productKey, key, sizeof productKey);
+    productKeyBuilt = true;
 }
 
-void BuildRecentMenu(int kind)
+char* NewSettingsKey(const char* leaf)
 {
-    // An empty list shows its placeholder grayed.
-    static const int placeholders[] = {IDM_RECENT_PICTURES, IDM_RECENT_PUZZLES,
-                                       IDM_RECENT_COLLECTIONS};
-    if (appState.recent[kind].lastMenuId == 0)
-        EnableMenuItem(appState.menu, placeholders[kind], MF_BYCOMMAND | MF_GRAYED | MF_DISABLED);
+    const char* root = SettingsProductKey();
+    char* key = static_cast<char*>(malloc(strlen(root) + strlen(leaf) + 1));
+    strcpy(key, root);
+    strcat(key, leaf);
+    return key;
 }
 
-void AddRecent(RecentList&, const char*, int)
+bool CreateSettingsKey(const char* keyPath)
 {
+    HKEY key = nullptr;
+    if (RegCreateKeyExA(HKEY_CURRENT_USER, keyPath, 0, nullptr, REG_OPTION_NON_VOLATILE,
+                        KEY_ALL_ACCESS, nullptr, &key, nullptr) != ERROR_SUCCESS)
+        return false;
+    RegCloseKey(key);
+    return true;
 }
 
-void AutoPuzzlePath(const char* folder, const char* picturePath, const char* extension,
-                    char* result)
+bool QueryStringValue(const char* keyPath, const char* name, char* destination, int size)
 {
-    const char* slash = strrchr(picturePath, '\\');
-    const char* name = slash ? slash + 1 : picturePath;
-    const size_t nameLength = strcspn(name, ".");
-    // wsprintf knows no precision from an argument; the pieces are copied one by one.
-    std::string path = std::string(folder) + "\\" + std::string(name, nameLength) + extension;
-    lstrcpynA(result, path.c_str(), MAX_PATH);
+    HKEY key = openKey(keyPath);
+    if (!key)
+        return false;
+    // One byte more than the value, so that a value stored without its zero still ends.
+    std::vector<char> data(QueryBufferSize + 1, '\0');
+    DWORD type = 0, length = QueryBufferSize;
+    LONG result = RegQueryValueExA(key, name, nullptr, &type,
+                                   reinterpret_cast<BYTE*>(data.data()), &length);
+    if (result == ERROR_MORE_DATA) {
+        data.assign(length + 1, '\0');
+        result = RegQueryValueExA(key, name, nullptr, &type,
+                                  reinterpret_cast<BYTE*>(data.data()), &length);
+    }
+    RegCloseKey(key);
+    if (result != ERROR_SUCCESS)
+        return false;
+    if (type == REG_SZ)
+        lstrcpynA(destination, data.data(), size);
+    else if (type == REG_DWORD)
+        destination[0] = '\0';
+    return true;
+}
+
+bool WriteSetting(const char* keyPath, const char* name, const char* text)
+{
+    HKEY key = openKey(keyPath);
+    if (!key)
+        return false;
+    const LONG result = RegSetValueExA(key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text),
+                                       static_cast<DWORD>(strlen(text) + 1));
+    return RegCloseKey(key) == ERROR_SUCCESS && result == ERROR_SUCCESS;
+}
+
+bool WriteIntSetting(const char* keyPath, const char* name, int value)
+{
+    char text[IntSettingTextSize];
+    wsprintfA(text, "%d", value);
+    return WriteSetting(keyPath, name, text);
+}
+
+void ReadSetting(const char* keyPath, const char* name, const char* defaultText, char* destination)
+{
+    if (QueryStringValue(keyPath, name, destination, SettingTextSize))
+        return;
+    CreateSettingsKey(keyPath);
+    lstrcpynA(destination, defaultText, SettingTextSize);
+    WriteSetting(keyPath, name, defaultText);
+}
+
+void ReadIntSetting(const char* keyPath, const char* name, const char* defaultText, int& destination)
+{
+    char text[IntSettingTextSize] = {};
+    if (!QueryStringValue(keyPath, name, text, sizeof text)) {
+        CreateSettingsKey(keyPath);
+        lstrcpynA(text, defaultText, sizeof text);
+        WriteSetting(keyPath, name, defaultText);
+    }
+    destination = static_cast<int>(strtol(text, nullptr, 10));  // saturates, unlike atoi
 }

@@ -1,24 +1,23 @@
 #pragma once
-// Options and recent files in the registry of the current user.
-// Not built yet: every read gives its default and writes are dropped, so each run starts
-// with the default options.
+// Options in the registry of the current user: every value a string, read with a default
+// that is written back when the value is missing. Registry failures are silent.
 #include <windows.h>
 
-#include "app/recent_list.h"
+constexpr int SettingTextSize = MAX_PATH;  // texts and paths: 259 characters
+constexpr int IntSettingTextSize = 25;     // the text of an integer: 24 characters
 
-bool ReadSetting(const char* keyPath, const char* name, const char* defaultText, char* destination);
-bool ReadIntSetting(const char* keyPath, const char* name, const char* defaultText, int& destination);
+// The product's key under HKEY_CURRENT_USER, "Software\Tovira Software\ToviraPuzzle"
+// unless redirected (tests use a key of their own), and a new malloc'd key path below it.
+const char* SettingsProductKey();
+void RedirectSettings(const char* productKey);
+char* NewSettingsKey(const char* leaf);
+
+bool CreateSettingsKey(const char* keyPath);
+// destination holds size characters; longer texts are cut. A REG_DWORD value reads as
+// empty text; a value of another type leaves destination as it was.
+bool QueryStringValue(const char* keyPath, const char* name, char* destination, int size);
 bool WriteSetting(const char* keyPath, const char* name, const char* text);
 bool WriteIntSetting(const char* keyPath, const char* name, int value);
-
-void LoadRecentLists();
-void SaveRecentLists();
-void BuildRecentMenu(int kind);
-
-// Adds path to a recent list. Not built yet: the lists stay empty.
-void AddRecent(RecentList& list, const char* path, int kind);
-
-// folder + "\" + the picture's file name up to its first "." + extension: the puzzle file
-// the simple interface uses without asking.
-void AutoPuzzlePath(const char* folder, const char* picturePath, const char* extension,
-                    char* result);
+// destination holds SettingTextSize characters.
+void ReadSetting(const char* keyPath, const char* name, const char* defaultText, char* destination);
+void ReadIntSetting(const char* keyPath, const char* name, const char* defaultText, int& destination);

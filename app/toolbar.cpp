@@ -3,10 +3,13 @@
 #include "app/app_state.h"
 #include "app/commands.h"
 #include "app/make_command.h"
-#include "app/settings.h"
+#include "app/history.h"
 #include "app/tooltip.h"
+#include "files/collection.h"
+#include "files/collection_commands.h"
 #include "files/file_prompt.h"
 #include "files/picture.h"
+#include "files/puzzle_file.h"
 #include "files/size_dialog.h"
 #include "model/puzzle.h"
 #include "play/drag.h"
@@ -79,7 +82,37 @@ void RunCommand(int id, LPARAM)
     case IDT_EXIT:
         DestroyWindow(appState.mainWindow);
         break;
-    default:  // puzzle files, collections and help come later
+    case IDT_OPEN_PUZZLE:
+        openPuzzleCommand();
+        break;
+    case IDT_SAVE_PUZZLE:
+        savePuzzleCommand(false);
+        break;
+    case IDT_NEW_COLLECTION:
+        resetCollection(true);
+        break;
+    case IDT_OPEN_COLLECTION:
+        openCollectionCommand();
+        break;
+    case IDT_SAVE_COLLECTION:
+        saveCollectionCommand(false);
+        break;
+    case IDT_ADD_IMAGE:
+        addImageCommand();
+        break;
+    case IDT_REMOVE_IMAGE:
+        removeImageCommand();
+        break;
+    case IDT_UPDATE_IMAGE:
+        updateImageCommand();
+        break;
+    case IDT_PREVIOUS_PUZZLE:
+        previousPuzzleCommand();
+        break;
+    case IDT_NEXT_PUZZLE:
+        nextPuzzleCommand();
+        break;
+    default:  // help comes later; recent-file IDs only run the closing steps
         break;
     }
 

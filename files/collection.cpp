@@ -1,5 +1,179 @@
 #include "files/collection.h"
 
-void openCollection(const char*)
+#include <cstring>
+#include <vector>
+
+#include "app/app_state.h"
+#include "app/commands.h"
+#include "files/collection_format.h"
+#include "files/file_io.h"
+#include "files/make_parameters.h"
+#include "files/message.h"
+#include "files/picture.h"
+#include "model/puzzle.h"
+#include "resources/resource.h"
+
+using namespace fileformat;
+
+void Collection::clearCollection()
 {
+    for (CollectionEntry* entry = first; entry;) {
+        CollectionEntry* next = entry->next;
+        delete entry;
+        entry = next;
+    }
+    count = 0;
+    first = last = current = nullptr;
+    path[0] = '\0';
+}
+
+void Collection::addEntry(const char* picturePath, int width, int height, bool adjustToImage,
+                          int columns, int rows)
+{
+    CollectionEntry* entry = new CollectionEntry;
+    if (count == 0) {
+        first = entry;
+    } else {
+        last->next = entry;
+        entry->previous = last;
+    }
+    last = current = entry;
+    entry->picturePath = new char[strlen(picturePath) + 1];
+    strcpy(entry->picturePath, picturePath);
+    entry->width = width;
+    entry->height = height;
+    entry->adjustToImage = adjustToImage;
+    entry->columns = columns;
+    entry->rows = rows;
+    ++count;
+}
+
+void Collection::removeCurrent()
+{
+    CollectionEntry* entry = current;
+    if (!entry)
+        return;
+    if (entry->previous)
+        entry->previous->next = entry->next;
+    else
+        first = entry->next;
+    CollectionEntry* newCurrent;
+    if (entry->next) {
+        entry->next->previous = entry->previous;
+        newCurrent = entry->next;
+    } else {
+        last = entry->previous;
+        newCurrent = entry->previous;
+    }
+    delete entry;
+    --count;
+    current = newCurrent;
+}
+
+bool Collection::moveNext()
+{
+    if (count == 0 || !current || !current->next)
+        return false;
+    current = current->next;
+    return true;
+}
+
+bool Collection::movePrevious()
+{
+    if (count == 0 || !current || !current->previous)
+        return false;
+    current = current->previous;
+    return true;
+}
+
+bool Collection::saveCollection()
+{
+    std::vector<CollectionFileEntry> entries;
+    for (const CollectionEntry* e = first; e; e = e->next)
+        entries.push_back({e->picturePath, e->width, e->height, e->adjustToImage, e->columns, e->rows});
+    return writeFileSafely(path, encodeCollectionFile(entries));
+}
+
+int Collection::loadCollection(const char* filePath)
+{
+    std::vector<uint8_t> bytes;
+    const FileRead read = readWholeFile(filePath, bytes, MaxFileSize);
+    std::vector<CollectionFileEntry> entries;
+    const Decoded decoded = read == FileRead::TooLarge
+                                ? Decoded::Malformed
+                                : decodeCollectionFile(bytes.data(), bytes.size(), entries);
+    if (read != FileRead::CannotOpen && decoded == Decoded::Malformed)
+        return CollectionRejected;
+
+    // Opening or not, the collection now bears the new name.
+    char newPath[MAX_PATH];
+    lstrcpynA(newPath, filePath, MAX_PATH);
+    clearCollection();
+    lstrcpyA(path, newPath);
+    if (read == FileRead::CannotOpen)
+        return CollectionUnreadable;
+    if (decoded == Decoded::OtherVersion)
+        return CollectionOtherVersion;
+    for (const CollectionFileEntry& e : entries)
+        addEntry(e.picturePath.c_str(), e.width, e.height, e.adjustToImage, e.columns, e.rows);
+    current = first;
+    return CollectionLoaded;
+}
+
+void showCurrentEntry()
+{
+    if (thePuzzle.made)
+        thePuzzle.clear();
+    const CollectionEntry* entry = theCollection.current;
+    if (theCollection.count == 0 || !entry) {
+        if (appState.boardDC)
+            BitBlt(appState.boardDC, 0, appState.paintOriginY, appState.previewBoxWidth,
+                   appState.previewBoxHeight, nullptr, 0, 0, WHITENESS);
+    } else {
+        thePicture.loadPreview(entry->picturePath);
+        makeParameters.adjustToImage = entry->adjustToImage;
+        makeParameters.width = entry->adjustToImage ? thePicture.naturalWidth : entry->width;
+        makeParameters.height = entry->adjustToImage ? thePicture.naturalHeight : entry->height;
+        makeParameters.columns = entry->columns;
+        makeParameters.rows = entry->rows;
+        makeParameters.shapeMode = entry->shapeMode;
+    }
+    RedrawWindow(appState.mainWindow, &appState.boardRect, nullptr, RDW_INVALIDATE | RDW_ERASE);
+}
+
+void openCollection(const char* path)
+{
+    char copy[MAX_PATH];
+    lstrcpynA(copy, path, MAX_PATH);
+    const int result = theCollection.loadCollection(copy);
+    if (result == CollectionRejected) {
+        showMessage(appState.instance, appState.mainWindow, IDS_ERROR_READING, IDS_FILE_ERROR,
+                    MB_OK, copy);
+        return;
+    }
+    if (thePuzzle.made)
+        thePuzzle.clear();
+    if (result == CollectionOtherVersion) {
+        showMessage(appState.instance, appState.mainWindow, IDS_OTHER_VERSION, IDS_FILE_ERROR, MB_OK);
+    } else if (result == CollectionUnreadable) {
+        showMessage(appState.instance, appState.mainWindow, IDS_ERROR_READING, IDS_FILE_ERROR,
+                    MB_OK, copy);
+    } else {
+        showCurrentEntry();
+        appState.collectionOpen = true;
+    }
+}
+
+void resetCollection(bool open)
+{
+    theCollection.clearCollection();
+    if (thePuzzle.made)
+        thePuzzle.clear();
+    else if (appState.boardDC)
+        BitBlt(appState.boardDC, 0, 0, appState.screenWidth, appState.screenHeight, nullptr, 0,
+               0, WHITENESS);
+    thePicture.blank();
+    RedrawWindow(appState.mainWindow, nullptr, nullptr, RDW_INVALIDATE);
+    appState.collectionOpen = open;
+    UpdateCommandStates();
 }

@@ -1,14 +1,16 @@
 #pragma once
-// Collections of pictures with their puzzle settings. Only the record and the one static
-// object exist so far; opening, saving and stepping through collections come later.
+// Collections: an ordered list of pictures, each with the puzzle settings to use for it,
+// stepped through with Previous and Next and kept in collection files (.fpc).
 #include <windows.h>
 
 class CollectionEntry {
 public:
     CollectionEntry() = default;
-    virtual ~CollectionEntry() = default;
+    virtual ~CollectionEntry() { delete[] picturePath; }
+    CollectionEntry(const CollectionEntry&) = delete;
+    CollectionEntry& operator=(const CollectionEntry&) = delete;
 
-    char* picturePath = nullptr;
+    char* picturePath = nullptr;  // owned
     int width = 0;
     int height = 0;
     bool adjustToImage = true;
@@ -19,12 +21,31 @@ public:
     CollectionEntry* next = nullptr;
 };
 
+enum CollectionLoadResult {
+    CollectionLoaded = 0,
+    CollectionOtherVersion = 1,  // empty, or another version tag
+    CollectionUnreadable = 2,    // cannot be opened
+    CollectionRejected = 3,      // damaged: the collection was left as it was
+};
+
 class Collection {
 public:
     Collection() = default;
-    virtual ~Collection() = default;
+    virtual ~Collection() { clearCollection(); }
     Collection(const Collection&) = delete;
     Collection& operator=(const Collection&) = delete;
+
+    void clearCollection();
+    void addEntry(const char* picturePath, int width, int height, bool adjustToImage,
+                  int columns, int rows);
+    // Only while count is at least 1. The entry after it becomes current, or else the one
+    // before it.
+    void removeCurrent();
+    bool moveNext();
+    bool movePrevious();
+    // Writes to path; the previous file survives any failure.
+    bool saveCollection();
+    int loadCollection(const char* filePath);
 
     int count = 0;
     char path[MAX_PATH] = {};
@@ -36,5 +57,9 @@ public:
 // The one collection of the program (constructed after the puzzle, destroyed first).
 extern Collection theCollection;
 
-// Opening a collection file is not built yet: the collection stays closed.
+// Shows the current entry's picture and loads its settings, ready for Make.
+void showCurrentEntry();
+// Opens a collection file and shows its first entry; failures are reported.
 void openCollection(const char* path);
+// Empties the collection and the board; open tells whether an empty collection stays open.
+void resetCollection(bool open);

@@ -1,11 +1,20 @@
 #!/usr/bin/env bash
-# Configures and builds the program (and, with --tests, the tests) for 32-bit Windows.
+# Configures and builds the program (and, with --tests, the tests) for Windows: 32-bit, and
+# also 64-bit where only 64-bit Wine can run (see wine_env.sh).
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/wine_env.sh"
 
 tests=OFF
 [ "${1:-}" = "--tests" ] && tests=ON
 
-cmake -S "$ROOT" -B "$BUILD_DIR" -DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/mingw-i686.cmake" \
-  -DCMAKE_BUILD_TYPE=Release -DTOVIRA_TESTS="$tests" >/dev/null
-cmake --build "$BUILD_DIR" -j "$(nproc)"
+configure_and_build() {  # build folder, architecture, whether to build the tests
+  cmake -S "$ROOT" -B "$1" -DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/mingw-$2.cmake" \
+    -DCMAKE_BUILD_TYPE=Release -DTOVIRA_TESTS="$3" >/dev/null
+  cmake --build "$1" -j "$(nproc)"
+}
+
+configure_and_build "$BUILD_DIR" "$TOVIRA_ARCH" "$tests"
+# Where only the 64-bit build can run, the 32-bit program is still built.
+if [ "$TOVIRA_ARCH" != i686 ]; then
+  configure_and_build "$ROOT/build" i686 OFF
+fi

@@ -15,4 +15,4 @@ fi
 # The program keeps its Puz and Col folders under the folder it starts in.
 mkdir -p "$BUILD_DIR/play"
 cd "$BUILD_DIR/play"
-wine "$BUILD_DIR/ToviraPuzzle.exe"
+"$WINE" "$BUILD_DIR/ToviraPuzzle.exe"

@@ -2,7 +2,23 @@
 # X display. Defines helper functions; runs nothing by itself.
 
 ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
-BUILD_DIR="${TOVIRA_BUILD_DIR:-$ROOT/build}"
+
+# The program is 32-bit. Some machines' kernels cannot run 32-bit code at all, and so no
+# 32-bit Wine either; there the same sources are built for 64-bit Windows and run under
+# 64-bit Wine, while the 32-bit program is still built (build.sh) to prove it compiles.
+if [ -z "${TOVIRA_ARCH:-}" ]; then
+  if /usr/lib/wine/wine --version >/dev/null 2>&1; then TOVIRA_ARCH=i686; else TOVIRA_ARCH=x86_64; fi
+fi
+export TOVIRA_ARCH
+if [ "$TOVIRA_ARCH" = i686 ]; then
+  export WINE=wine WINESERVER=wineserver
+  DEFAULT_BUILD_DIR="$ROOT/build"
+else
+  export WINE=/usr/lib/wine/wine64 WINELOADER=/usr/lib/wine/wine64
+  export WINESERVER=/usr/lib/wine/wineserver64
+  DEFAULT_BUILD_DIR="$ROOT/build-x86_64"
+fi
+BUILD_DIR="${TOVIRA_BUILD_DIR:-$DEFAULT_BUILD_DIR}"
 
 export WINEPREFIX="${TOVIRA_WINEPREFIX:-$BUILD_DIR/wineprefix}"
 export WINEDEBUG=-all
@@ -13,12 +29,12 @@ export WINEDLLOVERRIDES="mscoree,mshtml="
 prepare_wine_prefix() {
   if [ ! -f "$WINEPREFIX/system.reg" ]; then
     mkdir -p "$WINEPREFIX"
-    wineboot -i >/dev/null 2>&1 </dev/null || true
+    "$WINE" wineboot -i >/dev/null 2>&1 </dev/null || true
   fi
-  wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d N /f \
+  "$WINE" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d N /f \
     >/dev/null 2>&1 </dev/null
   # A crash ends the process with its backtrace on stderr instead of waiting in a dialog.
-  wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f \
+  "$WINE" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f \
     >/dev/null 2>&1 </dev/null
 }
 
@@ -53,9 +69,9 @@ start_xvfb() {
 # A wineserver kept up for the whole run, so that each Wine process starts in a second.
 # Its streams are redirected, or it would hold CTest's pipe open.
 start_wineserver() {
-  wineserver -k >/dev/null 2>&1 </dev/null || true
-  wineserver -p >/dev/null 2>&1 </dev/null || true
-  wine cmd /c exit >/dev/null 2>&1 </dev/null || true
+  "$WINESERVER" -k >/dev/null 2>&1 </dev/null || true
+  "$WINESERVER" -p >/dev/null 2>&1 </dev/null || true
+  "$WINE" cmd /c exit >/dev/null 2>&1 </dev/null || true
 }
 
 # Everything a test or benchmark run needs, in a prefix of its own so that a game left
@@ -70,7 +86,7 @@ start_test_session() {
 }
 
 stop_wine_and_display() {
-  wineserver -k >/dev/null 2>&1 </dev/null || true
+  "$WINESERVER" -k >/dev/null 2>&1 </dev/null || true
   if [ -n "$XVFB_PID" ]; then
     kill "$XVFB_PID" 2>/dev/null || true
     wait "$XVFB_PID" 2>/dev/null || true

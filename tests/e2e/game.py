@@ -146,7 +146,7 @@ class Game:
     def __init__(self, exe):
         self.folder = tempfile.mkdtemp(prefix="tovira-e2e-")
         self.log = open(os.path.join(self.folder, "wine.log"), "w")
-        self.process = subprocess.Popen(["wine", exe], cwd=self.folder, stdout=self.log,
+        self.process = subprocess.Popen([os.environ.get("WINE", "wine"), exe], cwd=self.folder, stdout=self.log,
                                         stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)
         self.window = wait_for(lambda: windows_named("^" + TITLE + "$"), 60,
                                "the main window")[0]

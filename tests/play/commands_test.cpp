@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "app/app_state.h"
-#include "app/settings.h"
+#include "app/history.h"
 #include "app/commands.h"
 #include "files/picture.h"
 #include "model/gdi_objects.h"

@@ -3,6 +3,7 @@
 #include "app/app_state.h"
 #include "app/main_window.h"
 #include "app/make_command.h"
+#include "app/settings.h"
 #include "files/make_parameters.h"
 #include "files/picture.h"
 #include "model/puzzle.h"
@@ -16,6 +17,7 @@ HWND mainWindow()
     if (!window) {
         HINSTANCE instance = GetModuleHandleA(nullptr);
         appState.instance = instance;
+        RedirectSettings(TestSettingsKey);
         RegisterWindowClasses(instance);
         window = CreateMainWindow(instance);
         appState.soundOn = false;  // tests are quiet

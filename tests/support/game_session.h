@@ -8,6 +8,9 @@
 
 namespace session {
 
+// The tests keep their options and history here, away from the player's.
+constexpr const char* TestSettingsKey = "Software\\Tovira Software\\ToviraPuzzle Tests";
+
 // Creates the main window on first use (running the real start-up sequence).
 HWND mainWindow();
 

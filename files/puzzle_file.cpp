@@ -1,0 +1,270 @@
+#include "files/puzzle_file.h"
+
+#include <cstring>
+#include <vector>
+#include <windows.h>
+
+#include "app/app_state.h"
+#include "app/history.h"
+#include "app/make_command.h"
+#include "files/file_io.h"
+#include "files/file_prompt.h"
+#include "files/make_parameters.h"
+#include "files/message.h"
+#include "files/picture.h"
+#include "files/puzzle_format.h"
+#include "model/puzzle.h"
+#include "play/piece_group.h"
+#include "play/tray.h"
+#include "resources/resource.h"
+
+using namespace fileformat;
+
+static_assert(sizeof(WINDOWPLACEMENT) == PlacementSize, "the file holds the 32-bit layout");
+
+namespace {
+
+PieceRecord recordOf(const Piece& piece)
+{
+    PieceRecord r;
+    r.x = piece.x;
+    r.y = piece.y;
+    r.zIndex = piece.zIndex;
+    r.knobSize = piece.knobSize;
+    r.knobTop = piece.knobTop;
+    r.knobBottom = piece.knobBottom;
+    r.knobRight = piece.knobRight;
+    r.knobLeft = piece.knobLeft;
+    r.groupId = piece.groupId;
+    r.trayId = piece.trayId;
+    r.isSet = piece.isSet;
+    r.isVisible = piece.isVisible;
+    r.isGrouped = piece.isGrouped;
+    return r;
+}
+
+PuzzleFileContents contentsOf(const Puzzle& puzzle)
+{
+    PuzzleFileContents c;
+    c.hasPuzzle = true;
+    PuzzleFileHeader& h = c.header;
+    h.originX = puzzle.originX;
+    h.originY = puzzle.originY;
+    h.width = puzzle.width;
+    h.height = puzzle.height;
+    h.lastTrayId = puzzle.lastTrayId;
+    h.lastGroupId = puzzle.lastGroupId;
+    h.columns = puzzle.columns;
+    h.rows = puzzle.rows;
+    h.shapeMode = puzzle.shapeMode;
+    h.drawOutline = puzzle.drawOutline;
+    c.picturePath = puzzle.picturePath;
+    for (const Tray* tray = puzzle.trayCount ? puzzle.firstTray : nullptr; tray; tray = tray->next) {
+        TrayRecord t;
+        t.id = tray->id;
+        t.left = tray->left;
+        t.top = tray->top;
+        t.viewWidth = tray->viewWidth;
+        t.viewHeight = tray->viewHeight;
+        memcpy(t.placement, &tray->placement, PlacementSize);
+        c.trays.push_back(t);
+    }
+    for (const PieceGroup* g = puzzle.groupCount ? puzzle.firstGroup : nullptr; g; g = g->next)
+        c.groups.push_back(GroupRecord{g->id, g->x, g->y, g->width, g->height, g->trayId});
+    c.pieces.reserve(puzzle.pieceCount);
+    for (int i = 0; i < puzzle.pieceCount; ++i)
+        c.pieces.push_back(recordOf(puzzle.pieces[i]));
+    return c;
+}
+
+void restoreTray(Puzzle& puzzle, const TrayRecord& t, std::vector<HWND>& windows)
+{
+    HWND window = nullptr;
+    puzzle.addTray(t.id, &window);
+    if (!window)
+        return;
+    windows.push_back(window);
+    RECT r{t.left, t.top, t.left + t.viewWidth, t.top + t.viewHeight};
+    MapWindowPoints(HWND_DESKTOP, appState.mainWindow, reinterpret_cast<POINT*>(&r), 2);
+    MoveWindow(window, r.left, r.top, r.right - r.left, r.bottom - r.top, TRUE);
+    if (!puzzle.findTray(t.id, false))
+        return;
+    memcpy(&puzzle.foundTray->placement, t.placement, PlacementSize);
+    SetWindowPlacement(window, &puzzle.foundTray->placement);
+}
+
+void restorePiece(Puzzle& puzzle, int i, const PieceRecord& r, int fileShapeMode)
+{
+    Piece& piece = puzzle.pieces[i];
+    if (fileShapeMode != Rectangular) {
+        // The puzzle was made with rectangular pieces: give this one its saved knobs.
+        puzzle.shapeMode = fileShapeMode;
+        piece.knobSize = r.knobSize;
+        piece.knobTop = static_cast<KnobKind>(r.knobTop);
+        piece.knobBottom = static_cast<KnobKind>(r.knobBottom);
+        piece.knobRight = static_cast<KnobKind>(r.knobRight);
+        piece.knobLeft = static_cast<KnobKind>(r.knobLeft);
+        piece.x = piece.sourceX;
+        piece.y = piece.sourceY;
+        piece.buildShape(puzzle.originX, puzzle.originY);
+    }
+    piece.moveTo(r.x, r.y, true);  // before isSet: a set piece does not move
+    piece.isSet = r.isSet;
+    piece.isVisible = r.isVisible;
+    piece.zIndex = r.zIndex;
+    puzzle.zOrder[r.zIndex] = i;
+    if (r.isGrouped)
+        puzzle.addToGroup(r.groupId, &i, 1);  // a group the file lacks leaves it ungrouped
+    if (r.trayId != 0 && puzzle.findTray(r.trayId, false)) {
+        piece.assignWindow(puzzle.foundTray->window, puzzle.foundTray->imageDC, r.trayId);
+        puzzle.putInTray(r.trayId, i);
+    }
+}
+
+// Groups whose members were all named by no piece would stay in the list forever.
+void dropEmptyGroups(Puzzle& puzzle)
+{
+    for (PieceGroup* g = puzzle.groupCount ? puzzle.firstGroup : nullptr; g;) {
+        PieceGroup* next = g->next;
+        if (g->members.count == 0)
+            puzzle.deleteGroup(g->id);
+        g = next;
+    }
+}
+
+void repaintRestored(Puzzle& puzzle, const std::vector<HWND>& trayWindows)
+{
+    for (HWND window : trayWindows) {
+        const int id = puzzle.trayIdOfWindow(window, false);
+        if (id == 0)
+            continue;
+        RECT client;
+        GetClientRect(window, &client);
+        puzzle.repaintRect(client, id, nullptr);
+        InvalidateRect(window, nullptr, FALSE);
+    }
+    // Also removes what restoring drew on the board for pieces that then went into trays.
+    puzzle.repaintRect(RECT{0, 0, appState.screenWidth, appState.screenHeight}, 0, nullptr);
+    RedrawWindow(appState.mainWindow, &appState.boardRect, nullptr, RDW_INVALIDATE);
+}
+
+void restorePuzzle(const char* path, const PuzzleFileContents& c)
+{
+    Puzzle& puzzle = thePuzzle;
+    const PuzzleFileHeader& h = c.header;
+    thePicture.loadPreview(c.picturePath.c_str());
+    appState.pictureLoaded = true;
+    appState.areaOriginX = h.originX;
+    appState.areaOriginY = h.originY;
+    makeParameters.width = h.width;
+    makeParameters.height = h.height;
+    makeParameters.columns = h.columns;
+    makeParameters.rows = h.rows;
+    makeParameters.shapeMode = Rectangular;
+    makeCommand();
+    if (!puzzle.made)
+        return;
+
+    std::vector<HWND> trayWindows;
+    for (const TrayRecord& t : c.trays)
+        restoreTray(puzzle, t, trayWindows);
+    for (const GroupRecord& g : c.groups)
+        puzzle.createGroup(g.id, g.trayId);
+    puzzle.lastTrayId = h.lastTrayId;
+    puzzle.lastGroupId = h.lastGroupId;
+    for (int i = 0; i < puzzle.pieceCount; ++i)
+        restorePiece(puzzle, i, c.pieces[i], h.shapeMode);
+    dropEmptyGroups(puzzle);
+    repaintRestored(puzzle, trayWindows);
+    lstrcpynA(puzzle.puzzlePath, path, MAX_PATH);
+}
+
+void reportReadFailure(int result, const char* path)
+{
+    if (result == PuzzleFileOtherVersion)
+        showMessage(appState.instance, appState.mainWindow, IDS_OTHER_VERSION, IDS_FILE_ERROR, MB_OK);
+    else if (result != PuzzleFileLoaded)
+        showMessage(appState.instance, appState.mainWindow, IDS_ERROR_READING, IDS_FILE_ERROR,
+                    MB_OK, path);
+}
+
+}  // namespace
+
+bool writePuzzleFile()
+{
+    return writeFileSafely(thePuzzle.puzzlePath, encodePuzzleFile(contentsOf(thePuzzle)));
+}
+
+int readPuzzleFile(const char* path)
+{
+    std::vector<uint8_t> bytes;
+    const FileRead read = readWholeFile(path, bytes, MaxFileSize);
+    if (read == FileRead::CannotOpen)
+        return PuzzleFileUnreadable;
+    PuzzleFileContents contents;
+    const Decoded decoded = read == FileRead::TooLarge
+                                ? Decoded::Malformed
+                                : decodePuzzleFile(bytes.data(), bytes.size(), contents);
+    // A damaged file is refused before anything changes.
+    if (decoded == Decoded::Malformed)
+        return PuzzleFileRejected;
+    if (thePuzzle.made)
+        thePuzzle.clear();
+    if (decoded == Decoded::OtherVersion)
+        return PuzzleFileOtherVersion;
+
+    if (contents.hasPuzzle)
+        restorePuzzle(path, contents);
+    else
+        lstrcpynA(thePuzzle.puzzlePath, path, MAX_PATH);
+    makeParameters.shapeMode = Knobbed;
+    return PuzzleFileLoaded;
+}
+
+void openPuzzleCommand()
+{
+    char path[MAX_PATH] = {};
+    if (appState.interfaceType != AdvancedInterface) {
+        if (thePuzzle.puzzlePath[0])
+            lstrcpynA(path, thePuzzle.puzzlePath, MAX_PATH);
+        else
+            AutoPuzzlePath(appState.autoPuzzleFolder, loadedPicturePath, ".fpp", path);
+    } else if (chooseFile(appState.mainWindow, path, OpenPrompt, PuzzleFile)) {
+        AddRecent(appState.recent[RecentPuzzles], path, RecentPuzzles);
+    }
+    if (path[0])
+        openPuzzleCommand(path);
+}
+
+void openPuzzleCommand(const char* path)
+{
+    // The path may be the puzzle's own, which reading replaces.
+    char copy[MAX_PATH];
+    lstrcpynA(copy, path, MAX_PATH);
+    reportReadFailure(readPuzzleFile(copy), copy);
+}
+
+void savePuzzleCommand(bool saveAs)
+{
+    Puzzle& puzzle = thePuzzle;
+    if (saveAs) {
+        char path[MAX_PATH];
+        if (!chooseFile(appState.mainWindow, path, SavePrompt, PuzzleFile))
+            return;
+        lstrcpynA(puzzle.puzzlePath, path, MAX_PATH);
+        AddRecent(appState.recent[RecentPuzzles], path, RecentPuzzles);
+    }
+    if (!puzzle.made)
+        return;
+    if (!puzzle.puzzlePath[0]) {
+        if (appState.interfaceType != AdvancedInterface) {
+            AutoPuzzlePath(appState.autoPuzzleFolder, puzzle.picturePath, ".fpp", puzzle.puzzlePath);
+        } else if (chooseFile(appState.mainWindow, puzzle.puzzlePath, SavePrompt, PuzzleFile)) {
+            AddRecent(appState.recent[RecentPuzzles], puzzle.puzzlePath, RecentPuzzles);
+        }
+    }
+    if (!puzzle.puzzlePath[0])
+        return;
+    if (!writePuzzleFile())
+        showMessage(appState.instance, appState.mainWindow, IDS_UNABLE_TO_SAVE, IDS_FILE_ERROR, MB_OK);
+}
