@@ -9,6 +9,7 @@ import tempfile
 import time
 
 TITLE = "Turn your favorite images into jigsaw puzzles"
+SETTINGS_KEY = "HKCU\\Software\\Tovira Software"
 
 
 def xdotool(*args):
@@ -141,16 +142,28 @@ class Screen:
 
 
 class Game:
-    """The program running under Wine in a folder of its own (its Puz and Col go there)."""
+    """The program running under Wine in a folder of its own (its Puz and Col go there).
+    A new game starts with the settings of a first run unless keep_settings is given."""
 
-    def __init__(self, exe):
-        self.folder = tempfile.mkdtemp(prefix="tovira-e2e-")
-        self.log = open(os.path.join(self.folder, "wine.log"), "w")
-        self.process = subprocess.Popen([os.environ.get("WINE", "wine"), exe], cwd=self.folder, stdout=self.log,
+    def __init__(self, exe, folder=None, keep_settings=False):
+        self.folder = folder or tempfile.mkdtemp(prefix="tovira-e2e-")
+        self.wine = os.environ.get("WINE", "wine")
+        if not keep_settings:
+            subprocess.run([self.wine, "reg", "delete", SETTINGS_KEY, "/f"],
+                           capture_output=True, stdin=subprocess.DEVNULL)
+        self.log = open(os.path.join(self.folder, "wine.log"), "a")
+        self.process = subprocess.Popen([self.wine, exe], cwd=self.folder, stdout=self.log,
                                         stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)
         self.window = wait_for(lambda: windows_named("^" + TITLE + "$"), 60,
                                "the main window")[0]
         time.sleep(0.5)
+
+    def setting(self, key, name):
+        """A value under the program's registry key, or None."""
+        out = subprocess.run([self.wine, "reg", "query", SETTINGS_KEY + "\\" + key, "/v", name],
+                             capture_output=True, text=True, stdin=subprocess.DEVNULL).stdout
+        match = re.search(re.escape(name) + r"\s+REG_SZ\s*(.*)", out)
+        return match.group(1).strip() if match else None
 
     def key(self, *keys, pause=0.3):
         for k in keys:
@@ -211,12 +224,13 @@ class Game:
         self.menu("p", "x")
         return self.process.wait(timeout)
 
-    def close(self):
+    def close(self, keep_folder=False):
         if self.process.poll() is None:
             self.process.kill()
             self.process.wait(10)
         self.log.close()
-        shutil.rmtree(self.folder, ignore_errors=True)
+        if not keep_folder:
+            shutil.rmtree(self.folder, ignore_errors=True)
 
 
 def windows_path(path):

@@ -6,44 +6,10 @@ import os
 import sys
 import time
 
+from cells import CELL, COLOURS, PREVIEW, SLOTS, body, carry, near, stage_all
 from game import Game, Screen, windows_path
 
 exe, shots, pictures = sys.argv[1:4]
-COLOURS = [(255, 0, 0), (0, 255, 0), (0, 0, 255), (255, 255, 0), (255, 0, 255), (0, 255, 255)]
-CELL = 120
-PREVIEW = (0, 40, 110, 125)  # the preview shows every colour small: never a piece
-# Where each piece waits, clear of the puzzle area, of the preview and of one another.
-SLOTS = [(640, 90), (830, 90), (640, 280), (830, 280), (640, 470), (830, 470)]
-
-
-def body(screen, p):
-    """Bounding box and a middle pixel of piece p's body, the largest area of its colour."""
-    found = screen.largest_component(COLOURS[p], exclude=PREVIEW)
-    assert found and found[1] > 3000, f"piece {p} not found on the board: {found}"
-    return found[0], found[2]
-
-
-def carry(game, p, x, y, drop_at=None):
-    """Picks p up by its body and carries it so that its body's top-left comes to (x, y);
-    drops it there, or with a press at drop_at."""
-    box, middle = body(Screen(), p)
-    game.click(*middle)
-    game.move(middle[0] + x - box[0], middle[1] + y - box[1], steps=6)
-    game.click(*(drop_at or (middle[0] + x - box[0], middle[1] + y - box[1])), pause=0.6)
-
-
-def near(a, b, tolerance=2):
-    return abs(a[0] - b[0]) <= tolerance and abs(a[1] - b[1]) <= tolerance
-
-
-def stage(game, p, slot):
-    """Carries p to its slot. Where pieces lie scattered, a tab of a neighbour showing p's
-    colour may touch p's body and widen what is seen of it: a second carry corrects that."""
-    for _ in range(3):
-        if near(body(Screen(), p)[0], slot):
-            return
-        carry(game, p, *slot)
-
 
 game = Game(exe)
 try:
@@ -52,14 +18,7 @@ try:
     time.sleep(1.0)
     Screen(os.path.join(shots, "play-made.png"))
 
-    # The most visible piece first: those lying on top of others go before them.
-    waiting = set(range(6))
-    while waiting:
-        screen = Screen()
-        seen = {p: screen.largest_component(COLOURS[p], exclude=PREVIEW) for p in waiting}
-        p = max(waiting, key=lambda q: seen[q][1] if seen[q] else 0)
-        stage(game, p, SLOTS[p])
-        waiting.remove(p)
+    stage_all(game)
     screen = Screen(os.path.join(shots, "play-staged.png"))
     for p, slot in enumerate(SLOTS):
         assert near(body(screen, p)[0], slot), f"piece {p} did not follow to its slot"
