@@ -108,7 +108,9 @@ void restorePiece(Puzzle& puzzle, int i, const PieceRecord& r, int fileShapeMode
         piece.y = piece.sourceY;
         piece.buildShape(puzzle.originX, puzzle.originY);
     }
-    piece.moveTo(r.x, r.y, true);  // before isSet: a set piece does not move
+    // Before isSet, since a set piece does not move. Not drawn: the whole board and every
+    // tray are repainted once all pieces are back.
+    piece.moveTo(r.x, r.y, false);
     piece.isSet = r.isSet;
     piece.isVisible = r.isVisible;
     piece.zIndex = r.zIndex;
@@ -117,7 +119,7 @@ void restorePiece(Puzzle& puzzle, int i, const PieceRecord& r, int fileShapeMode
         puzzle.addToGroup(r.groupId, &i, 1);  // a group the file lacks leaves it ungrouped
     if (r.trayId != 0 && puzzle.findTray(r.trayId, false)) {
         piece.assignWindow(puzzle.foundTray->window, puzzle.foundTray->imageDC, r.trayId);
-        puzzle.putInTray(r.trayId, i);
+        puzzle.putInTray(r.trayId, i, false);  // each tray grows once, when all are in
     }
 }
 
@@ -175,6 +177,8 @@ void restorePuzzle(const char* path, const PuzzleFileContents& c)
     for (int i = 0; i < puzzle.pieceCount; ++i)
         restorePiece(puzzle, i, c.pieces[i], h.shapeMode);
     dropEmptyGroups(puzzle);
+    for (const TrayRecord& t : c.trays)
+        puzzle.fitTrayToContents(t.id);
     repaintRestored(puzzle, trayWindows);
     lstrcpynA(puzzle.puzzlePath, path, MAX_PATH);
 }

@@ -70,9 +70,12 @@ public:
     int addTray(int id, HWND* window = nullptr);
     bool findTray(int id, bool moveCursor);
     int trayIdOfWindow(HWND window, bool moveCursor);
-    void putInTray(int trayId, int piece);
+    // Without grow the tray is left as it is: fitTrayToContents follows.
+    void putInTray(int trayId, int piece, bool grow = true);
     void takeFromTray(int trayId, int piece);
     void growTrayToFit(int piece);
+    // Grows the tray once for all it holds, from its outermost items.
+    void fitTrayToContents(int trayId);
     void shiftTrayContents(Tray* tray, int dx, int dy);
     void applyTrayScroll(int trayId);
     void trayResized(int w, int h);

@@ -161,12 +161,39 @@ int Puzzle::trayIdOfWindow(HWND window, bool moveCursor)
     return found ? found->id : 0;
 }
 
-void Puzzle::putInTray(int trayId, int piece)
+void Puzzle::putInTray(int trayId, int piece, bool grow)
 {
     if (!findTray(trayId, false))
         return;
     foundTray->pieces.append(piece);
-    growTrayToFit(piece);
+    if (grow)
+        growTrayToFit(piece);
+}
+
+void Puzzle::fitTrayToContents(int trayId)
+{
+    if (!findTray(trayId, false) || foundTray->pieces.count == 0)
+        return;
+    // The items reaching furthest left, up, right and down; those left and up go first, so
+    // that the right and bottom edges are measured from the content's final origin.
+    int extremes[4] = {-1, -1, -1, -1};
+    RECT reach{0, 0, 0, 0};
+    for (const IndexNode* node = foundTray->pieces.head; node; node = node->next) {
+        const Piece& piece = pieces[node->value];
+        RECT box = piece.getBounds(true, false, false);
+        if (piece.isGrouped && findGroup(piece.groupId, false))
+            box = foundGroup->bounds;
+        const LONG sides[4] = {-box.left, -box.top, box.right, box.bottom};
+        LONG* best[4] = {&reach.left, &reach.top, &reach.right, &reach.bottom};
+        for (int side = 0; side < 4; ++side) {
+            if (extremes[side] < 0 || sides[side] > *best[side]) {
+                extremes[side] = node->value;
+                *best[side] = sides[side];
+            }
+        }
+    }
+    for (int p : extremes)
+        growTrayToFit(p);
 }
 
 void Puzzle::takeFromTray(int trayId, int piece)

@@ -7,4 +7,4 @@ bash "$here/build.sh" --tests >/dev/null
 source "$here/wine_env.sh"
 start_test_session
 cd "$BUILD_DIR/tests"
-wine ./puzzle_benchmark.exe
+"$WINE" ./puzzle_benchmark.exe
