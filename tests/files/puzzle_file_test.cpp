@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -47,21 +48,17 @@ std::vector<int> keptState()
     return s;
 }
 
-// Answers every message box, keeping its caption and text.
-class MessageCatcher {
-public:
-    MessageCatcher()
-        : driver([this](HWND box) {
-              seen += messageOf(box);
-              PostMessageA(box, WM_COMMAND, IDOK, 0);
-          })
-    {
-    }
+// What the message boxes shown while action runs said, each answered with OK.
+std::string messagesDuring(const std::function<void()>& action)
+{
     std::string seen;
-
-private:
-    ModalDriver driver;
-};
+    ModalDriver driver([&](HWND box) {
+        seen += messageOf(box);
+        PostMessageA(box, WM_COMMAND, IDOK, 0);
+    });
+    action();
+    return seen;
+}
 
 class PuzzleFiles : public play::Table {
 protected:
@@ -159,18 +156,14 @@ TEST_F(PuzzleFiles, RefusedFilesLeaveTheBoardAndOtherVersionsAreNamed)
     bytes.pop_back();  // cut inside the last piece
     std::ofstream(path, std::ios::binary).write(bytes.data(), bytes.size());
     const std::vector<int> before = keptState();
-    {
-        MessageCatcher catcher;
-        openPuzzleCommand(path.c_str());
-        EXPECT_EQ("File error: Error reading file " + path, catcher.seen);
-    }
+    EXPECT_EQ("File error: Error reading file " + path,
+              messagesDuring([&] { openPuzzleCommand(path.c_str()); }));
     EXPECT_TRUE(thePuzzle.made);
     EXPECT_EQ(before, keptState());
 
     std::ofstream(path, std::ios::binary).write("v001.1\0", 7);
-    MessageCatcher catcher;
-    openPuzzleCommand(path.c_str());
-    EXPECT_EQ("File error: File saved with a different version. Cannot be read.", catcher.seen);
+    EXPECT_EQ("File error: File saved with a different version. Cannot be read.",
+              messagesDuring([&] { openPuzzleCommand(path.c_str()); }));
     EXPECT_FALSE(thePuzzle.made);
 }
 
@@ -193,9 +186,7 @@ TEST_F(PuzzleFiles, ASaveThatFailsPartWayKeepsThePreviousFile)
     const std::vector<char> previous = bytesOf(path);
     play::carryCellTo(30, play::TableX - 200, play::TableY - 300);
     setWriteFileFunction(halfThenDiskFull);
-    MessageCatcher catcher;
-    savePuzzleCommand(false);
-    EXPECT_EQ("File error: Unable to save file", catcher.seen);
+    EXPECT_EQ("File error: Unable to save file", messagesDuring([] { savePuzzleCommand(false); }));
     EXPECT_EQ(previous, bytesOf(path));
     // Nothing is left behind but the file itself.
     WIN32_FIND_DATAA found;

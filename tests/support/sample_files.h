@@ -1,18 +1,12 @@
 #pragma once
 // Small files as the writers produce them, for the format tests and as the fuzzers' seeds.
 // Plain C++, like the codecs.
-#include <algorithm>
 #include <vector>
 
 #include "files/collection_format.h"
 #include "files/puzzle_format.h"
 
 namespace samples {
-
-inline int Knobbed()
-{
-    return 2;
-}
 
 // A 2 x 2 knobbed puzzle of 200 x 160 pixels from "C:\cat.jpg": piece 0 set, pieces 1 and
 // 3 joined; with trays, piece 2 and the group lie in tray 2.
@@ -21,14 +15,7 @@ inline fileformat::PuzzleFileContents puzzle(bool withTrayAndGroup)
     using namespace fileformat;
     PuzzleFileContents c;
     c.hasPuzzle = true;
-    c.header.originX = 204;
-    c.header.originY = 153;
-    c.header.width = 200;
-    c.header.height = 160;
-    c.header.columns = 2;
-    c.header.rows = 2;
-    c.header.shapeMode = Knobbed();
-    c.header.drawOutline = 1;
+    c.header = PuzzleFileHeader{204, 153, 200, 160, 0, 0, 0, 0, 2, 2, 2, 0, 0, 1};
     c.picturePath = "C:\\cat.jpg";
     const int knob = 160 / 2 / 8;
     // (top, bottom, right, left) of each piece, matching across the inner sides.
@@ -51,15 +38,7 @@ inline fileformat::PuzzleFileContents puzzle(bool withTrayAndGroup)
     if (withTrayAndGroup) {
         c.header.lastTrayId = 2;
         c.header.lastGroupId = 3;
-        TrayRecord t;
-        t.id = 2;
-        t.left = 5;
-        t.top = 180;
-        t.viewWidth = 100;
-        t.viewHeight = 400;
-        const int32_t placement[PlacementFields] = {44, 0, 1, -1, -1, -1, -1, 0, 140, 110, 560};
-        std::copy(placement, placement + PlacementFields, t.placement);
-        c.trays.push_back(t);
+        c.trays.push_back(TrayRecord{2, 5, 180, 100, 400, {44, 0, 1, -1, -1, -1, -1, 0, 140, 110, 560}});
         c.groups.push_back(GroupRecord{3, 10, 20, 200, 90, 2});
         for (int i : {1, 3}) {
             c.pieces[i].isGrouped = 1;
