@@ -1,7 +1,9 @@
 #include "app/commands.h"
 
+#include "app/about.h"
 #include "app/app_state.h"
 #include "app/controls.h"
+#include "app/help.h"
 #include "app/history.h"
 #include "app/make_command.h"
 #include "app/settings.h"
@@ -74,8 +76,11 @@ bool runMainCommand(HWND window, int id)
         resetCollection(false);
         return true;
     case IDM_HELP_TOPICS:
+        ShowHelpContents(window);
+        return true;
     case IDM_ABOUT:
-        return true;  // help and About come later
+        RunAboutDialog(window);
+        return true;
     default:
         return false;
     }

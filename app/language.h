@@ -1,6 +1,8 @@
 #pragma once
-// The language of the run and the About box.
+// The language of the run, chosen at start-up in the language dialog, or taken from the
+// settings when the player asked not to see the dialog again.
 #include <windows.h>
 
-// Chooses the language at first start. Not built yet: the run stays in the stored language.
+// The language dialog, modal: sets appState.language at once and, on OK, stores it and
+// whether the dialog is to be shown again.
 void RunLanguageDialog(HWND owner);

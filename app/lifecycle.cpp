@@ -3,11 +3,13 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <windows.h>
 #include <mmsystem.h>
 
 #include "app/app_state.h"
 #include "app/commands.h"
+#include "app/help.h"
 #include "app/history.h"
 #include "app/language.h"
 #include "app/main_window.h"
@@ -25,10 +27,13 @@
 namespace {
 
 constexpr int TitleSize = 100;
+constexpr const char* HelpFileEnglish = "ToviraPuzzle.hlp";
+constexpr const char* HelpFileSpanish = "ToviraPuzzleEs.hlp";
 
 void makeWorkingFolder(char* folder, const char* name)
 {
-    wsprintfA(folder, "%s\\%s", appState.startFolder, name);
+    const std::string path = std::string(appState.startFolder) + "\\" + name;
+    lstrcpynA(folder, path.c_str(), MAX_PATH);
     if (!fileExists(folder))
         CreateDirectoryA(folder, nullptr);  // a failure only costs the default folder
 }
@@ -91,17 +96,16 @@ void chooseLanguage(HWND window)
     ReadIntSetting(appState.optionsKey, "TextLanguage", "0", appState.language);
     ReadIntSetting(appState.optionsKey, "SupLangDlg", "0", appState.suppressLanguageDialog);
     if (appState.suppressLanguageDialog == 0) {
-        strcpy(appState.helpFile, "ToviraPuzzle.hlp");
+        lstrcpynA(appState.helpFile, HelpFileEnglish, sizeof appState.helpFile);
         RunLanguageDialog(window);
     }
-    strcpy(appState.helpFile, appState.startFolder);
-    if (appState.language == 0) {
-        strcat(appState.helpFile, "\\ToviraPuzzle.hlp");
-        appState.languageOffset = 0;
-    } else if (appState.language == 1) {
-        strcat(appState.helpFile, "\\ToviraPuzzleEs.hlp");
-        appState.languageOffset = SpanishOffset;
-    }
+    const bool spanish = appState.language == 1;
+    appState.languageOffset = spanish ? SpanishOffset : 0;
+    // A start folder too long for the name leaves no help file rather than a cut one.
+    const std::string path =
+        std::string(appState.startFolder) + "\\" + (spanish ? HelpFileSpanish : HelpFileEnglish);
+    lstrcpynA(appState.helpFile, path.size() < sizeof appState.helpFile ? path.c_str() : "",
+              sizeof appState.helpFile);
 }
 
 // Each option is set to its opposite and toggled, which also sets the check mark.
@@ -193,7 +197,7 @@ void ShutDown(HWND window)
     free(appState.optionsKey);
     free(appState.historyKey);
     appState.optionsKey = appState.historyKey = nullptr;
-    // Help is not built yet, so the help system has nothing to close.
+    CloseHelp(window);
     PostQuitMessage(0);
 
     ReleaseDC(window, appState.windowDC);

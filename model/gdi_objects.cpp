@@ -40,6 +40,11 @@ HBRUSH createSolidBrush(COLORREF colour)
     return counted(CreateSolidBrush(colour));
 }
 
+HFONT createFontIndirect(const LOGFONTA& font)
+{
+    return counted(CreateFontIndirectA(&font));
+}
+
 void deleteObject(HGDIOBJ object)
 {
     if (object && DeleteObject(object))

@@ -10,6 +10,7 @@ HRGN createEllipticRgn(int left, int top, int right, int bottom);
 HDC createCompatibleDC(HDC reference);
 HBITMAP createCompatibleBitmap(HDC reference, int width, int height);
 HBRUSH createSolidBrush(COLORREF colour);
+HFONT createFontIndirect(const LOGFONTA& font);
 
 // Both accept null and do nothing then.
 void deleteObject(HGDIOBJ object);

@@ -13,6 +13,8 @@ if [ -z "${DISPLAY:-}" ]; then
   trap stop_wine_and_display EXIT
 fi
 # The program keeps its Puz and Col folders under the folder it starts in.
+# Its help files are found there too.
 mkdir -p "$BUILD_DIR/play"
+cp "$BUILD_DIR"/ToviraPuzzle*.{hlp,cnt,chm} "$BUILD_DIR/play/" 2>/dev/null || true
 cd "$BUILD_DIR/play"
 "$WINE" "$BUILD_DIR/ToviraPuzzle.exe"

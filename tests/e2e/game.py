@@ -145,18 +145,33 @@ class Game:
     """The program running under Wine in a folder of its own (its Puz and Col go there).
     A new game starts with the settings of a first run unless keep_settings is given."""
 
-    def __init__(self, exe, folder=None, keep_settings=False):
+    def __init__(self, exe, folder=None, keep_settings=False, language_dialog=False,
+                 title=TITLE):
         self.folder = folder or tempfile.mkdtemp(prefix="tovira-e2e-")
         self.wine = os.environ.get("WINE", "wine")
+        # The help files live beside the program, in the folder it starts in.
+        for name in os.listdir(os.path.dirname(exe)):
+            if name.startswith("ToviraPuzzle") and name[-4:] in (".hlp", ".cnt", ".chm"):
+                shutil.copy(os.path.join(os.path.dirname(exe), name), self.folder)
         if not keep_settings:
             subprocess.run([self.wine, "reg", "delete", SETTINGS_KEY, "/f"],
                            capture_output=True, stdin=subprocess.DEVNULL)
+            if not language_dialog:
+                self.set_setting("ToviraPuzzle\\Options", "SupLangDlg", "1")
         self.log = open(os.path.join(self.folder, "wine.log"), "a")
         self.process = subprocess.Popen([self.wine, exe], cwd=self.folder, stdout=self.log,
                                         stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)
-        self.window = wait_for(lambda: windows_named("^" + TITLE + "$"), 60,
+        if title:
+            self.wait_for_main_window(title)
+
+    def wait_for_main_window(self, title=TITLE):
+        self.window = wait_for(lambda: windows_named("^" + re.escape(title) + "$"), 60,
                                "the main window")[0]
         time.sleep(0.5)
+
+    def set_setting(self, key, name, value):
+        subprocess.run([self.wine, "reg", "add", SETTINGS_KEY + "\\" + key, "/v", name, "/t",
+                        "REG_SZ", "/d", value, "/f"], capture_output=True, stdin=subprocess.DEVNULL)
 
     def setting(self, key, name):
         """A value under the program's registry key, or None."""

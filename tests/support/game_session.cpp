@@ -1,5 +1,7 @@
 #include "tests/support/game_session.h"
 
+#include <cstdlib>
+
 #include "app/app_state.h"
 #include "app/main_window.h"
 #include "app/make_command.h"
@@ -18,6 +20,12 @@ HWND mainWindow()
         HINSTANCE instance = GetModuleHandleA(nullptr);
         appState.instance = instance;
         RedirectSettings(TestSettingsKey);
+        // English, and no language dialog to wait for an answer.
+        char* options = NewSettingsKey("\\Options");
+        CreateSettingsKey(options);
+        WriteSetting(options, "TextLanguage", "0");
+        WriteSetting(options, "SupLangDlg", "1");
+        free(options);
         RegisterWindowClasses(instance);
         window = CreateMainWindow(instance);
         appState.soundOn = false;  // tests are quiet

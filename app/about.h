@@ -1,0 +1,5 @@
+#pragma once
+// The About box: the program's picture, name and version.
+#include <windows.h>
+
+void RunAboutDialog(HWND owner);
