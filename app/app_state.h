@@ -4,7 +4,7 @@
 
 #include "recent_list.h"
 
-constexpr int PreviewBoxSize = 100;     // the preview is fitted into a square of this side
+constexpr int PreviewBoxSize = 100;      // the preview is fitted into a square of this side
 constexpr double PuzzleAreaShare = 0.8;  // the puzzle area's largest size, per screen side
 
 // State of the toolbar tooltip.
@@ -37,13 +37,13 @@ struct AppState {
     HDC windowDC;  // the main window's own device context (class style CS_OWNDC)
     HDC backgroundDC;
     HBITMAP backgroundBitmap;
-    HDC boardDC;   // absent until a picture is first opened
+    HDC boardDC;  // absent until a picture is first opened
     HBITMAP boardBitmap;
 
     RECT toolbarRect;  // main-window client coordinates
     RECT boardRect;
     int paintOriginX, paintOriginY;
-    int areaWidth, areaHeight;    // the puzzle area's largest size
+    int areaWidth, areaHeight;     // the puzzle area's largest size
     int areaOriginX, areaOriginY;  // top-left of the puzzle area
     int vScrollWidth, hScrollHeight;
     HWND hScrollBar, vScrollBar;

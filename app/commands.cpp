@@ -24,7 +24,8 @@ constexpr int MenuTextSize = 50;
 
 void enableMenuItem(int id, bool enabled)
 {
-    EnableMenuItem(appState.menu, id, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED | MF_DISABLED));
+    EnableMenuItem(appState.menu, id,
+                   MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED | MF_DISABLED));
 }
 
 // One rule of the enabling pass: a menu item and its toolbar button (0 for none).
@@ -118,8 +119,7 @@ void RouteCommand(HWND window, int id, LPARAM lParam)
         runRecentCommand(id);
         // Every other ID goes to its button; a recent-file ID matches none, and the
         // toolbar only runs its closing steps, among them the enabling pass.
-        SendMessageA(appState.toolbar, WM_COMMAND, MAKEWPARAM(id - ToolbarCommandShift, 0),
-                     lParam);
+        SendMessageA(appState.toolbar, WM_COMMAND, MAKEWPARAM(id - ToolbarCommandShift, 0), lParam);
     }
     SetCursor(previous);
 }
@@ -172,10 +172,10 @@ void UpdateCommandStates()
 void ApplyInterfaceMenuRule()
 {
     static const int simpleGrays[] = {
-        IDM_ADD_IMAGE,       IDM_OPEN_IMAGE,         IDM_SAVE_PUZZLE_AS,  IDM_SET_SIZE,
-        IDM_SET_PIECES,      IDM_OPEN_COLLECTION,    IDM_CLOSE_COLLECTION, IDM_NEW_COLLECTION,
-        IDM_SAVE_COLLECTION_AS, IDM_SAVE_COLLECTION, IDM_REMOVE_IMAGE,    IDM_UPDATE_IMAGE,
-        IDM_SET_DEFAULT,     IDM_RESET_DEFAULT,
+        IDM_ADD_IMAGE,          IDM_OPEN_IMAGE,      IDM_SAVE_PUZZLE_AS,   IDM_SET_SIZE,
+        IDM_SET_PIECES,         IDM_OPEN_COLLECTION, IDM_CLOSE_COLLECTION, IDM_NEW_COLLECTION,
+        IDM_SAVE_COLLECTION_AS, IDM_SAVE_COLLECTION, IDM_REMOVE_IMAGE,     IDM_UPDATE_IMAGE,
+        IDM_SET_DEFAULT,        IDM_RESET_DEFAULT,
     };
     for (int id : simpleGrays)
         enableMenuItem(id, appState.interfaceType == AdvancedInterface);
@@ -186,9 +186,11 @@ void SetInterface(int commandId)
     appState.interfaceType =
         commandId == IDM_SIMPLE_INTERFACE ? SimpleInterface : AdvancedInterface;
     CheckMenuItem(appState.menu, IDM_SIMPLE_INTERFACE,
-                  MF_BYCOMMAND | (appState.interfaceType == SimpleInterface ? MF_CHECKED : MF_UNCHECKED));
+                  MF_BYCOMMAND |
+                      (appState.interfaceType == SimpleInterface ? MF_CHECKED : MF_UNCHECKED));
     CheckMenuItem(appState.menu, IDM_ADVANCED_INTERFACE,
-                  MF_BYCOMMAND | (appState.interfaceType == AdvancedInterface ? MF_CHECKED : MF_UNCHECKED));
+                  MF_BYCOMMAND |
+                      (appState.interfaceType == AdvancedInterface ? MF_CHECKED : MF_UNCHECKED));
     LayoutToolbar();
     ApplyInterfaceMenuRule();
     UpdateCommandStates();

@@ -67,7 +67,8 @@ void ShowContextHelp(HWND control, const DWORD* pairs)
 {
     if (HasWinHelpViewer()) {
         winHelpOpened = WinHelpA(control, appState.helpFile, HELP_WM_HELP,
-                                 reinterpret_cast<ULONG_PTR>(pairs)) || winHelpOpened;
+                                 reinterpret_cast<ULONG_PTR>(pairs)) ||
+                        winHelpOpened;
         return;
     }
     ShowHelpContents(GetParent(control));  // the guide has no pop-up topics

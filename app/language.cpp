@@ -45,8 +45,9 @@ void onOk(HWND dialog)
 void onHelp(const HELPINFO& request)
 {
     const int id = request.iCtrlId;
-    const DWORD topic = id == IDC_LANGUAGE_SUPPRESS ? Texts[appState.language == 1 ? 1 : 0].helpTopic
-                                                    : static_cast<DWORD>(request.dwContextId);
+    const DWORD topic = id == IDC_LANGUAGE_SUPPRESS
+                            ? Texts[appState.language == 1 ? 1 : 0].helpTopic
+                            : static_cast<DWORD>(request.dwContextId);
     const DWORD pairs[] = {static_cast<DWORD>(id), topic, 0, 0};
     ShowContextHelp(static_cast<HWND>(request.hItemHandle), pairs);
 }

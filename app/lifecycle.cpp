@@ -81,14 +81,14 @@ void createScrollBars(HWND window)
     appState.vScrollWidth = GetSystemMetrics(SM_CXVSCROLL);
     appState.hScrollHeight = GetSystemMetrics(SM_CYHSCROLL);
     const int x = appState.areaOriginX, y = appState.areaOriginY;
-    appState.hScrollBar = CreateWindowExA(
-        0, "SCROLLBAR", "Hor.scroll bar", WS_CHILD | SBS_BOTTOMALIGN, x, y,
-        appState.areaWidth - appState.vScrollWidth, appState.areaHeight, window, nullptr,
-        appState.instance, nullptr);
-    appState.vScrollBar = CreateWindowExA(
-        0, "SCROLLBAR", "Ver.scroll bar", WS_CHILD | SBS_VERT | SBS_RIGHTALIGN, x, y,
-        appState.areaWidth, appState.areaHeight - appState.hScrollHeight, window, nullptr,
-        appState.instance, nullptr);
+    appState.hScrollBar =
+        CreateWindowExA(0, "SCROLLBAR", "Hor.scroll bar", WS_CHILD | SBS_BOTTOMALIGN, x, y,
+                        appState.areaWidth - appState.vScrollWidth, appState.areaHeight, window,
+                        nullptr, appState.instance, nullptr);
+    appState.vScrollBar =
+        CreateWindowExA(0, "SCROLLBAR", "Ver.scroll bar", WS_CHILD | SBS_VERT | SBS_RIGHTALIGN, x,
+                        y, appState.areaWidth, appState.areaHeight - appState.hScrollHeight, window,
+                        nullptr, appState.instance, nullptr);
 }
 
 void chooseLanguage(HWND window)
@@ -134,8 +134,8 @@ void StartUp(HWND window)
     appState.windowDC = GetDC(window);
     createMemoryDC(appState.backgroundDC, appState.windowDC, appState.backgroundBitmap,
                    appState.screenWidth, appState.screenHeight, false);
-    BitBlt(appState.backgroundDC, 0, 0, appState.screenWidth, appState.screenHeight, nullptr, 0,
-           0, WHITENESS);
+    BitBlt(appState.backgroundDC, 0, 0, appState.screenWidth, appState.screenHeight, nullptr, 0, 0,
+           WHITENESS);
 
     createToolbar(window);
     placePuzzleArea(window);

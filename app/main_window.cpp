@@ -114,9 +114,9 @@ HWND CreateMainWindow(HINSTANCE instance)
     appState.screenHeight = GetSystemMetrics(SM_CYSCREEN);
     appState.maximisedWidth = GetSystemMetrics(SM_CXMAXIMIZED);
     appState.maximisedHeight = GetSystemMetrics(SM_CYMAXIMIZED);
-    return CreateWindowExA(0, MainClassName, "", WS_OVERLAPPEDWINDOW | WS_MAXIMIZE | WS_CLIPCHILDREN,
-                           (appState.screenWidth - appState.maximisedWidth) / 2,
-                           (appState.screenHeight - appState.maximisedHeight) / 2,
-                           appState.maximisedWidth, appState.maximisedHeight, nullptr, nullptr,
-                           instance, nullptr);
+    return CreateWindowExA(
+        0, MainClassName, "", WS_OVERLAPPEDWINDOW | WS_MAXIMIZE | WS_CLIPCHILDREN,
+        (appState.screenWidth - appState.maximisedWidth) / 2,
+        (appState.screenHeight - appState.maximisedHeight) / 2, appState.maximisedWidth,
+        appState.maximisedHeight, nullptr, nullptr, instance, nullptr);
 }

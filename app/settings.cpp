@@ -64,12 +64,12 @@ bool QueryStringValue(const char* keyPath, const char* name, char* destination, 
     // One byte more than the value, so that a value stored without its zero still ends.
     std::vector<char> data(QueryBufferSize + 1, '\0');
     DWORD type = 0, length = QueryBufferSize;
-    LONG result = RegQueryValueExA(key, name, nullptr, &type,
-                                   reinterpret_cast<BYTE*>(data.data()), &length);
+    LONG result =
+        RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &length);
     if (result == ERROR_MORE_DATA) {
         data.assign(length + 1, '\0');
-        result = RegQueryValueExA(key, name, nullptr, &type,
-                                  reinterpret_cast<BYTE*>(data.data()), &length);
+        result = RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(data.data()),
+                                  &length);
     }
     RegCloseKey(key);
     if (result != ERROR_SUCCESS)
@@ -107,7 +107,8 @@ void ReadSetting(const char* keyPath, const char* name, const char* defaultText,
     WriteSetting(keyPath, name, defaultText);
 }
 
-void ReadIntSetting(const char* keyPath, const char* name, const char* defaultText, int& destination)
+void ReadIntSetting(const char* keyPath, const char* name, const char* defaultText,
+                    int& destination)
 {
     char text[IntSettingTextSize] = {};
     if (!QueryStringValue(keyPath, name, text, sizeof text)) {

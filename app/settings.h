@@ -20,4 +20,5 @@ bool WriteSetting(const char* keyPath, const char* name, const char* text);
 bool WriteIntSetting(const char* keyPath, const char* name, int value);
 // destination holds SettingTextSize characters.
 void ReadSetting(const char* keyPath, const char* name, const char* defaultText, char* destination);
-void ReadIntSetting(const char* keyPath, const char* name, const char* defaultText, int& destination);
+void ReadIntSetting(const char* keyPath, const char* name, const char* defaultText,
+                    int& destination);

@@ -39,14 +39,21 @@ void togglePattern()
                     false);
 }
 
-
 // The buttons the simple interface shows, and those followed by a gap.
 bool shownWhenSimple(int id)
 {
     switch (id) {
-    case IDT_OPEN_PUZZLE: case IDT_SAVE_PUZZLE: case IDT_MAKE: case IDT_SHOW_HIDDEN:
-    case IDT_SHUFFLE: case IDT_PREVIOUS_PUZZLE: case IDT_NEXT_PUZZLE: case IDT_SOUND:
-    case IDT_PATTERN: case IDT_EXIT: case IDT_HELP:
+    case IDT_OPEN_PUZZLE:
+    case IDT_SAVE_PUZZLE:
+    case IDT_MAKE:
+    case IDT_SHOW_HIDDEN:
+    case IDT_SHUFFLE:
+    case IDT_PREVIOUS_PUZZLE:
+    case IDT_NEXT_PUZZLE:
+    case IDT_SOUND:
+    case IDT_PATTERN:
+    case IDT_EXIT:
+    case IDT_HELP:
         return true;
     default:
         return false;
@@ -118,7 +125,8 @@ void LayoutToolbar()
             RECT place;
             GetWindowRect(button, &place);
             MapWindowPoints(nullptr, strip, reinterpret_cast<POINT*>(&place), 2);
-            SetWindowPos(button, nullptr, x, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+            SetWindowPos(button, nullptr, x, place.top, 0, 0,
+                         SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
             x += place.right - place.left;
             if (gapAfter(id))
                 x += ToolbarGap;

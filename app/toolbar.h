@@ -5,7 +5,7 @@
 
 constexpr int ToolbarIconShift = 900;  // icon resource = button ID - ToolbarIconShift
 constexpr int ToolbarIconSize = 16;
-constexpr int ToolbarGap = 32;         // pixels between groups of buttons
+constexpr int ToolbarGap = 32;  // pixels between groups of buttons
 
 INT_PTR CALLBACK ToolbarDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 // Places and shows the buttons of the interface in use.

@@ -5,8 +5,8 @@
 
 constexpr UINT_PTR TipShowTimer = 1;
 constexpr UINT_PTR TipHideTimer = 2;
-constexpr UINT TipDelay = 1000;       // before the first tip
-constexpr UINT TipQuickDelay = 200;   // before the next one, once a tip has shown
+constexpr UINT TipDelay = 1000;      // before the first tip
+constexpr UINT TipQuickDelay = 200;  // before the next one, once a tip has shown
 constexpr UINT TipShowTime = 5000;
 constexpr int TipBelowPointer = 18;
 

@@ -90,7 +90,8 @@ bool Collection::saveCollection()
 {
     std::vector<CollectionFileEntry> entries;
     for (const CollectionEntry* e = first; e; e = e->next)
-        entries.push_back({e->picturePath, e->width, e->height, e->adjustToImage, e->columns, e->rows});
+        entries.push_back(
+            {e->picturePath, e->width, e->height, e->adjustToImage, e->columns, e->rows});
     return writeFileSafely(path, encodeCollectionFile(entries));
 }
 
@@ -154,7 +155,8 @@ void openCollection(const char* path)
     if (thePuzzle.made)
         thePuzzle.clear();
     if (result == CollectionOtherVersion) {
-        showMessage(appState.instance, appState.mainWindow, IDS_OTHER_VERSION, IDS_FILE_ERROR, MB_OK);
+        showMessage(appState.instance, appState.mainWindow, IDS_OTHER_VERSION, IDS_FILE_ERROR,
+                    MB_OK);
     } else if (result == CollectionUnreadable) {
         showMessage(appState.instance, appState.mainWindow, IDS_ERROR_READING, IDS_FILE_ERROR,
                     MB_OK, copy);
@@ -170,8 +172,8 @@ void resetCollection(bool open)
     if (thePuzzle.made)
         thePuzzle.clear();
     else if (appState.boardDC)
-        BitBlt(appState.boardDC, 0, 0, appState.screenWidth, appState.screenHeight, nullptr, 0,
-               0, WHITENESS);
+        BitBlt(appState.boardDC, 0, 0, appState.screenWidth, appState.screenHeight, nullptr, 0, 0,
+               WHITENESS);
     thePicture.blank();
     RedrawWindow(appState.mainWindow, nullptr, nullptr, RDW_INVALIDATE);
     appState.collectionOpen = open;

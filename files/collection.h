@@ -36,8 +36,8 @@ public:
     Collection& operator=(const Collection&) = delete;
 
     void clearCollection();
-    void addEntry(const char* picturePath, int width, int height, bool adjustToImage,
-                  int columns, int rows);
+    void addEntry(const char* picturePath, int width, int height, bool adjustToImage, int columns,
+                  int rows);
     // Only while count is at least 1. The entry after it becomes current, or else the one
     // before it.
     void removeCurrent();

@@ -35,7 +35,8 @@ void saveCollectionCommand(bool saveAs)
     if (!collection.path[0])
         return;
     if (!collection.saveCollection())
-        showMessage(appState.instance, appState.mainWindow, IDS_UNABLE_TO_SAVE, IDS_FILE_ERROR, MB_OK);
+        showMessage(appState.instance, appState.mainWindow, IDS_UNABLE_TO_SAVE, IDS_FILE_ERROR,
+                    MB_OK);
 }
 
 void addImageCommand()

@@ -18,8 +18,7 @@ bool writeAll(HANDLE file, const std::vector<uint8_t>& bytes)
     while (done < bytes.size()) {
         const DWORD chunk = static_cast<DWORD>(std::min<size_t>(ChunkSize, bytes.size() - done));
         DWORD written = 0;
-        if (!writeFunction(file, bytes.data() + done, chunk, &written, nullptr) ||
-            written != chunk)
+        if (!writeFunction(file, bytes.data() + done, chunk, &written, nullptr) || written != chunk)
             return false;
         done += chunk;
     }

@@ -62,8 +62,8 @@ bool chooseFile(HWND owner, char* path, int mode, FileKind kind)
     } else {
         ok = GetSaveFileNameA(&dialog) != FALSE;
         if (fileExists(path))
-            ok = showMessage(appState.instance, appState.mainWindow, IDS_OVERWRITE,
-                             IDS_FILE_ERROR, MB_YESNOCANCEL | MB_ICONQUESTION) == IDYES;
+            ok = showMessage(appState.instance, appState.mainWindow, IDS_OVERWRITE, IDS_FILE_ERROR,
+                             MB_YESNOCANCEL | MB_ICONQUESTION) == IDYES;
     }
     SetCursor(appState.waitCursor);
     if (ok)

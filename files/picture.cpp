@@ -39,10 +39,10 @@ HGLOBAL readWholeFile(const char* path, DWORD& size)
 }  // namespace
 
 Picture::Picture()
-    : hiMetricWidth(0), hiMetricHeight(0), picture(nullptr), pictureDC(nullptr),
-      previewDC(nullptr), naturalWidth(0), naturalHeight(0), previewX(0), previewY(0),
-      previewWidth(0), previewHeight(0), aspectRatio(1.0f), pictureBitmap(nullptr),
-      previewBitmap(nullptr), ownerWindow(nullptr)
+    : hiMetricWidth(0), hiMetricHeight(0), picture(nullptr), pictureDC(nullptr), previewDC(nullptr),
+      naturalWidth(0), naturalHeight(0), previewX(0), previewY(0), previewWidth(0),
+      previewHeight(0), aspectRatio(1.0f), pictureBitmap(nullptr), previewBitmap(nullptr),
+      ownerWindow(nullptr)
 {
 }
 
@@ -90,8 +90,7 @@ void Picture::loadPicture(const char* path)
 
         HDC ownerDC = GetDC(ownerWindow);
         naturalWidth = MulDiv(hiMetricWidth, GetDeviceCaps(ownerDC, LOGPIXELSX), HiMetricPerInch);
-        naturalHeight =
-            MulDiv(hiMetricHeight, GetDeviceCaps(ownerDC, LOGPIXELSY), HiMetricPerInch);
+        naturalHeight = MulDiv(hiMetricHeight, GetDeviceCaps(ownerDC, LOGPIXELSY), HiMetricPerInch);
         aspectRatio = static_cast<float>(naturalWidth) / static_cast<float>(naturalHeight);
 
         createMemoryDC(pictureDC, ownerDC, pictureBitmap, naturalWidth, naturalHeight, true);

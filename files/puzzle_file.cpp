@@ -59,7 +59,8 @@ PuzzleFileContents contentsOf(const Puzzle& puzzle)
     h.shapeMode = puzzle.shapeMode;
     h.drawOutline = puzzle.drawOutline;
     c.picturePath = puzzle.picturePath;
-    for (const Tray* tray = puzzle.trayCount ? puzzle.firstTray : nullptr; tray; tray = tray->next) {
+    for (const Tray* tray = puzzle.trayCount ? puzzle.firstTray : nullptr; tray;
+         tray = tray->next) {
         TrayRecord t;
         t.id = tray->id;
         t.left = tray->left;
@@ -186,7 +187,8 @@ void restorePuzzle(const char* path, const PuzzleFileContents& c)
 void reportReadFailure(int result, const char* path)
 {
     if (result == PuzzleFileOtherVersion)
-        showMessage(appState.instance, appState.mainWindow, IDS_OTHER_VERSION, IDS_FILE_ERROR, MB_OK);
+        showMessage(appState.instance, appState.mainWindow, IDS_OTHER_VERSION, IDS_FILE_ERROR,
+                    MB_OK);
     else if (result != PuzzleFileLoaded)
         showMessage(appState.instance, appState.mainWindow, IDS_ERROR_READING, IDS_FILE_ERROR,
                     MB_OK, path);
@@ -262,7 +264,8 @@ void savePuzzleCommand(bool saveAs)
         return;
     if (!puzzle.puzzlePath[0]) {
         if (appState.interfaceType != AdvancedInterface) {
-            AutoPuzzlePath(appState.autoPuzzleFolder, puzzle.picturePath, ".fpp", puzzle.puzzlePath);
+            AutoPuzzlePath(appState.autoPuzzleFolder, puzzle.picturePath, ".fpp",
+                           puzzle.puzzlePath);
         } else if (chooseFile(appState.mainWindow, puzzle.puzzlePath, SavePrompt, PuzzleFile)) {
             AddRecent(appState.recent[RecentPuzzles], puzzle.puzzlePath, RecentPuzzles);
         }
@@ -270,5 +273,6 @@ void savePuzzleCommand(bool saveAs)
     if (!puzzle.puzzlePath[0])
         return;
     if (!writePuzzleFile())
-        showMessage(appState.instance, appState.mainWindow, IDS_UNABLE_TO_SAVE, IDS_FILE_ERROR, MB_OK);
+        showMessage(appState.instance, appState.mainWindow, IDS_UNABLE_TO_SAVE, IDS_FILE_ERROR,
+                    MB_OK);
 }

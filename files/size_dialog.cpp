@@ -74,8 +74,8 @@ bool readValue(HWND dialog, int control, int& value)
 {
     HWND edit = GetDlgItem(dialog, control);
     if (GetWindowTextLengthA(edit) + 1 > state.bufferSize) {
-        showMessage(appState.instance, appState.mainWindow, IDS_VALUE_TOO_LARGE,
-                    IDS_INPUT_ERROR, MB_OK);
+        showMessage(appState.instance, appState.mainWindow, IDS_VALUE_TOO_LARGE, IDS_INPUT_ERROR,
+                    MB_OK);
         return false;
     }
     char text[8] = {};
@@ -98,7 +98,8 @@ void onOk(HWND dialog)
     MakeParameters& parameters = makeParameters;
     const bool pixels = state.mode == Pixels;
     // Both values are read even when the first is refused.
-    bool ok = readValue(dialog, IDC_SIZE_FIRST_VALUE, pixels ? parameters.width : parameters.columns);
+    bool ok =
+        readValue(dialog, IDC_SIZE_FIRST_VALUE, pixels ? parameters.width : parameters.columns);
     ok = readValue(dialog, IDC_SIZE_SECOND_VALUE, pixels ? parameters.height : parameters.rows) &&
          ok;
     if (pixels) {

@@ -32,8 +32,8 @@ void Puzzle::drawGroup(const RECT& clip, int p)
     HDC mask = scratchSurface(ScratchMask, group.width, group.height);
     if (!image || !mask)
         return;
-    fillMaskedPair(image, mask, group.width, group.height, group.region, pictureDC,
-                   group.sourceX, group.sourceY);
+    fillMaskedPair(image, mask, group.width, group.height, group.region, pictureDC, group.sourceX,
+                   group.sourceY);
     if (drawOutline)
         frameOutline(image, group.region);
     blitMasked(pieces[p].targetDC, clip.left, clip.top, clip.right - clip.left,
@@ -108,8 +108,8 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
             RECT part;
             if (intersect(part, preview, remaining))
                 BitBlt(compositionDC, part.left, part.top, part.right - part.left,
-                       part.bottom - part.top, previewDC, part.left - previewX,
-                       part.top - previewY, SRCCOPY);
+                       part.bottom - part.top, previewDC, part.left - previewX, part.top - previewY,
+                       SRCCOPY);
             BitBlt(compositionDC, originX, originY, visibleWidth, visibleHeight, backgroundDC,
                    originX, originY, SRCCOPY);
         }
@@ -198,8 +198,7 @@ void Puzzle::refreshPattern(bool toggle)
 {
     if (toggle)
         patternShown = !patternShown;
-    BitBlt(backgroundDC, originX, originY, visibleWidth, visibleHeight, nullptr, 0, 0,
-           WHITENESS);
+    BitBlt(backgroundDC, originX, originY, visibleWidth, visibleHeight, nullptr, 0, 0, WHITENESS);
     Rectangle(backgroundDC, originX, originY, originX + visibleWidth, originY + visibleHeight);
     if (patternShown && made) {
         HRGN outline = gdi::createRectRgn(0, 0, 0, 0);

@@ -5,8 +5,7 @@ namespace {
 
 long live = 0;
 
-template <typename Handle>
-Handle counted(Handle handle)
+template <typename Handle> Handle counted(Handle handle)
 {
     if (handle)
         ++live;

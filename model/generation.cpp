@@ -31,10 +31,10 @@ KnobKind Puzzle::randomKnobKind()
 POINT Puzzle::randomPosition(int w, int h)
 {
     for (int attempt = 0; attempt < PlacementTries; ++attempt) {
-        const int rx = static_cast<int>(
-            std::floor(unitRandom() * ((boardWidth - w) - boardLeft) + boardLeft));
-        const int ry = static_cast<int>(
-            std::floor(unitRandom() * ((boardHeight - h) - boardTop) + boardTop));
+        const int rx =
+            static_cast<int>(std::floor(unitRandom() * ((boardWidth - w) - boardLeft) + boardLeft));
+        const int ry =
+            static_cast<int>(std::floor(unitRandom() * ((boardHeight - h) - boardTop) + boardTop));
         // Right of the preview or below it: the piece does not cover the preview.
         if (rx >= previewX + previewWidth || ry >= previewY + previewHeight)
             return POINT{rx, ry};

@@ -43,8 +43,8 @@ public:
 
     // Draws the part of the piece inside clip (the piece's own coordinates) into targetDC,
     // shifted by (-offsetX, -offsetY). The flags say which neighbours exist and are set.
-    void draw(const RECT& clip, int offsetX, int offsetY,
-              bool upSet, bool downSet, bool leftSet, bool rightSet);
+    void draw(const RECT& clip, int offsetX, int offsetY, bool upSet, bool downSet, bool leftSet,
+              bool rightSet);
 
     HRGN region;  // outline in piece-local coordinates
     int x, y;     // bounding box top-left: window coordinates if free, puzzle coordinates if set

@@ -24,8 +24,8 @@ void restoreStrip(HDC image, HDC unframed, int left, int top, int right, int bot
 
 }  // namespace
 
-void Piece::draw(const RECT& clip, int offsetX, int offsetY, bool upSet, bool downSet,
-                 bool leftSet, bool rightSet)
+void Piece::draw(const RECT& clip, int offsetX, int offsetY, bool upSet, bool downSet, bool leftSet,
+                 bool rightSet)
 {
     const int w = width, h = height, k2 = 2 * knobSize;
     HDC image = scratchSurface(ScratchImage, w, h);

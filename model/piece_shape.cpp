@@ -23,10 +23,10 @@ void applyKnob(HRGN body, const KnobPart& knob)
     // ellipse with an empty box.
     if (IsRectEmpty(&knob.ellipse))
         return;
-    HRGN shape = gdi::createRectRgn(knob.rect.left, knob.rect.top, knob.rect.right,
-                                    knob.rect.bottom);
-    HRGN round = gdi::createEllipticRgn(knob.ellipse.left, knob.ellipse.top,
-                                        knob.ellipse.right, knob.ellipse.bottom);
+    HRGN shape =
+        gdi::createRectRgn(knob.rect.left, knob.rect.top, knob.rect.right, knob.rect.bottom);
+    HRGN round = gdi::createEllipticRgn(knob.ellipse.left, knob.ellipse.top, knob.ellipse.right,
+                                        knob.ellipse.bottom);
     CombineRgn(shape, shape, round, RGN_OR);
     CombineRgn(body, body, shape, knob.mode);
     gdi::deleteObject(shape);
@@ -78,11 +78,12 @@ HRGN buildOutline(const ShapeKey& key)
         {key.left == Out, {k, cy1, left, cy2}, {0, cy1, left, cy2}, RGN_OR},
         {key.right == Out, {right, cy1, width - k, cy2}, {right, cy1, width, cy2}, RGN_OR},
         {key.top == In, {cx1, top, cx2, top + k}, {cx1, top, cx2, top + 2 * k}, RGN_DIFF},
-        {key.bottom == In, {cx1, bottom - k, cx2, bottom}, {cx1, bottom - 2 * k, cx2, bottom},
+        {key.bottom == In,
+         {cx1, bottom - k, cx2, bottom},
+         {cx1, bottom - 2 * k, cx2, bottom},
          RGN_DIFF},
         {key.left == In, {left, cy1, left + k, cy2}, {left, cy1, left + 2 * k, cy2}, RGN_DIFF},
-        {key.right == In, {right - k, cy1, right, cy2}, {right - 2 * k, cy1, right, cy2},
-         RGN_DIFF},
+        {key.right == In, {right - k, cy1, right, cy2}, {right - 2 * k, cy1, right, cy2}, RGN_DIFF},
         {key.top == Out, {cx1, k, cx2, top}, {cx1, 0, cx2, top}, RGN_OR},
         {key.bottom == Out, {cx1, bottom, cx2, bottom + k}, {cx1, bottom, cx2, height}, RGN_OR},
     };

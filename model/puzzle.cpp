@@ -10,19 +10,19 @@
 #include "play/tray.h"
 
 Puzzle::Puzzle()
-    : compositionBitmap(nullptr), dragMaskBitmap(nullptr), dragImageBitmap(nullptr),
-      pieceCount(0), columns(0), rows(0), width(0), height(0), boardWidth(0), boardHeight(0),
-      boardLeft(0), boardTop(0), originX(0), originY(0), naturalWidth(0), naturalHeight(0),
-      visibleWidth(0), visibleHeight(0), scrollX(0), scrollY(0), previewX(0), previewY(0),
-      previewWidth(0), previewHeight(0), zOrder(nullptr), shapeMode(Rectangular),
-      dragLastX(0), dragLastY(0), grabOffsetX(0), grabOffsetY(0), groupCount(0),
-      lastGroupId(0), trayCount(0), lastTrayId(0), puzzlePath{}, picturePath{}, made(false),
-      drawOutline(false), patternShown(false), drawSetOutline(false), mainWindow(nullptr),
-      instance(nullptr), pictureDC(nullptr), boardDC(nullptr), compositionDC(nullptr),
-      backgroundDC(nullptr), previewDC(nullptr), dragMaskDC(nullptr), dragImageDC(nullptr),
-      windowDC(nullptr), pieces(nullptr), currentGroup(nullptr), firstGroup(nullptr),
-      lastGroup(nullptr), foundGroup(nullptr), currentTray(nullptr), firstTray(nullptr),
-      lastTray(nullptr), foundTray(nullptr)
+    : compositionBitmap(nullptr), dragMaskBitmap(nullptr), dragImageBitmap(nullptr), pieceCount(0),
+      columns(0), rows(0), width(0), height(0), boardWidth(0), boardHeight(0), boardLeft(0),
+      boardTop(0), originX(0), originY(0), naturalWidth(0), naturalHeight(0), visibleWidth(0),
+      visibleHeight(0), scrollX(0), scrollY(0), previewX(0), previewY(0), previewWidth(0),
+      previewHeight(0), zOrder(nullptr), shapeMode(Rectangular), dragLastX(0), dragLastY(0),
+      grabOffsetX(0), grabOffsetY(0), groupCount(0), lastGroupId(0), trayCount(0),
+      lastTrayId(0), puzzlePath{}, picturePath{}, made(false), drawOutline(false),
+      patternShown(false), drawSetOutline(false), mainWindow(nullptr), instance(nullptr),
+      pictureDC(nullptr), boardDC(nullptr), compositionDC(nullptr), backgroundDC(nullptr),
+      previewDC(nullptr), dragMaskDC(nullptr), dragImageDC(nullptr), windowDC(nullptr),
+      pieces(nullptr), currentGroup(nullptr), firstGroup(nullptr), lastGroup(nullptr),
+      foundGroup(nullptr), currentTray(nullptr), firstTray(nullptr), lastTray(nullptr),
+      foundTray(nullptr)
 {
 }
 
@@ -98,8 +98,8 @@ void Puzzle::makePuzzle(const MakeInputs& in)
     const int boardH = client.bottom - boardTop;
     BitBlt(in.boardDC, boardLeft, boardTop, boardW, boardH, in.backgroundDC, boardLeft, boardTop,
            SRCCOPY);
-    BitBlt(in.boardDC, previewX, previewY, previewWidth, previewHeight, in.picture->previewDC, 0,
-           0, SRCCOPY);
+    BitBlt(in.boardDC, previewX, previewY, previewWidth, previewHeight, in.picture->previewDC, 0, 0,
+           SRCCOPY);
     BitBlt(in.windowDC, boardLeft, boardTop, boardW, boardH, in.backgroundDC, boardLeft, boardTop,
            SRCCOPY);
 

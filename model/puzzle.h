@@ -92,17 +92,17 @@ public:
     int pieceCount;
     int columns;
     int rows;
-    int width;   // puzzle size in pixels: the size the picture is rendered at
+    int width;  // puzzle size in pixels: the size the picture is rendered at
     int height;
     int boardWidth;   // right edge of the main window's client area at Make time
     int boardHeight;  // bottom edge of it
     int boardLeft;
-    int boardTop;     // one pixel below the toolbar
-    int originX;      // top-left of the puzzle area, main-window client coordinates
+    int boardTop;  // one pixel below the toolbar
+    int originX;   // top-left of the puzzle area, main-window client coordinates
     int originY;
     int naturalWidth;
     int naturalHeight;
-    int visibleWidth;   // the part of the puzzle area shown on screen
+    int visibleWidth;  // the part of the puzzle area shown on screen
     int visibleHeight;
     int scrollX;
     int scrollY;
@@ -118,7 +118,7 @@ public:
     int lastGroupId;
     int trayCount;
     int lastTrayId;
-    char puzzlePath[MAX_PATH];   // empty: not saved yet
+    char puzzlePath[MAX_PATH];  // empty: not saved yet
     char picturePath[MAX_PATH];
     bool made;
     bool drawOutline;
@@ -133,7 +133,7 @@ public:
     HDC previewDC;      // borrowed from the picture
     HDC dragMaskDC;
     HDC dragImageDC;
-    HDC windowDC;       // the main window's own device context
+    HDC windowDC;  // the main window's own device context
     Piece* pieces;
     PieceGroup* currentGroup;
     PieceGroup* firstGroup;

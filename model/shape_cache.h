@@ -17,8 +17,8 @@ struct ShapeKey {
     bool operator<(const ShapeKey& other) const
     {
         return std::tie(cellWidth, cellHeight, knobSize, top, bottom, right, left) <
-               std::tie(other.cellWidth, other.cellHeight, other.knobSize, other.top,
-                        other.bottom, other.right, other.left);
+               std::tie(other.cellWidth, other.cellHeight, other.knobSize, other.top, other.bottom,
+                        other.right, other.left);
     }
 };
 

@@ -24,7 +24,7 @@ public:
     int sourceX, sourceY;  // where the group's picture begins in the rendered picture
     int homeX, homeY;      // the group's correct top-left, puzzle coordinates
     int trayId;
-    IndexList members;     // in the order they joined
+    IndexList members;  // in the order they joined
     PieceGroup* prev;
     PieceGroup* next;
 };

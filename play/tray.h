@@ -8,8 +8,8 @@
 // Window class of trays.
 constexpr const char* TrayClassName = "CAJA";
 constexpr DWORD TrayWindowStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CAPTION |
-                                  WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX |
-                                  WS_MAXIMIZEBOX | WS_HSCROLL | WS_VSCROLL;
+                                  WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX |
+                                  WS_HSCROLL | WS_VSCROLL;
 
 class Tray {
 public:
@@ -32,8 +32,8 @@ public:
     int left, top;  // requested place at creation; the window's screen top-left once moved
     int viewWidth, viewHeight;
     int contentWidth, contentHeight;
-    int contentLeft, contentTop;  // always -appliedScrollX, -appliedScrollY
-    int scrollX, scrollY;         // what the scroll bars show
+    int contentLeft, contentTop;         // always -appliedScrollX, -appliedScrollY
+    int scrollX, scrollY;                // what the scroll bars show
     int appliedScrollX, appliedScrollY;  // what the stored piece coordinates reflect
     bool hasHScroll, hasVScroll;
     WINDOWPLACEMENT placement;

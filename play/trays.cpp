@@ -11,11 +11,10 @@
 #include "resources/resource.h"
 
 Tray::Tray()
-    : imageBitmap(nullptr), window(nullptr), imageDC(nullptr), windowDC(nullptr),
-      instance(nullptr), id(0), left(0), top(0), viewWidth(0), viewHeight(0), contentWidth(0),
-      contentHeight(0), contentLeft(0), contentTop(0), scrollX(0), scrollY(0),
-      appliedScrollX(0), appliedScrollY(0), hasHScroll(false), hasVScroll(false), placement{},
-      next(nullptr), prev(nullptr)
+    : imageBitmap(nullptr), window(nullptr), imageDC(nullptr), windowDC(nullptr), instance(nullptr),
+      id(0), left(0), top(0), viewWidth(0), viewHeight(0), contentWidth(0), contentHeight(0),
+      contentLeft(0), contentTop(0), scrollX(0), scrollY(0), appliedScrollX(0), appliedScrollY(0),
+      hasHScroll(false), hasVScroll(false), placement{}, next(nullptr), prev(nullptr)
 {
     placement.length = sizeof placement;
 }

@@ -17,7 +17,8 @@ void setValue(const char* name, DWORD type, const void* data, DWORD size)
 {
     CreateSettingsKey(Options.c_str());
     HKEY key;
-    ASSERT_EQ(ERROR_SUCCESS, RegOpenKeyExA(HKEY_CURRENT_USER, Options.c_str(), 0, KEY_ALL_ACCESS, &key));
+    ASSERT_EQ(ERROR_SUCCESS,
+              RegOpenKeyExA(HKEY_CURRENT_USER, Options.c_str(), 0, KEY_ALL_ACCESS, &key));
     RegSetValueExA(key, name, 0, type, static_cast<const BYTE*>(data), size);
     RegCloseKey(key);
 }
@@ -80,7 +81,8 @@ TEST(RecentFiles, NewestFirstNoDuplicatesAtMostThreeAndKeptAcrossRuns)
     list.count = 0;
     AddRecent(list, "C:\\a&b.jpg", RecentPictures);
     // The placeholder gives way to the first entry; an ampersand shows as written.
-    EXPECT_EQ(static_cast<UINT>(-1), GetMenuState(appState.menu, IDM_RECENT_PICTURES, MF_BYCOMMAND));
+    EXPECT_EQ(static_cast<UINT>(-1),
+              GetMenuState(appState.menu, IDM_RECENT_PICTURES, MF_BYCOMMAND));
     EXPECT_EQ("&1 C:\\a&&b.jpg", itemText(IDM_RECENT_PICTURE_FIRST));
     AddRecent(list, "C:\\b.jpg", RecentPictures);
     AddRecent(list, "C:\\a&b.jpg", RecentPictures);  // already there: nothing moves

@@ -135,11 +135,11 @@ void measureFiles()
     for (int i = 0; i < Opens; ++i)
         result |= readPuzzleFile(path);
     const double open = (now() - start) / Opens;
-    std::printf("\n100x100 puzzle with %d trays and %d groups, %lu-byte file:\n", thePuzzle.trayCount,
-                thePuzzle.groupCount, static_cast<unsigned long>(
-                                          59 + lstrlenA(thePuzzle.picturePath) +
-                                          68 * thePuzzle.trayCount + 24 * thePuzzle.groupCount +
-                                          44 * thePuzzle.pieceCount));
+    std::printf("\n100x100 puzzle with %d trays and %d groups, %lu-byte file:\n",
+                thePuzzle.trayCount, thePuzzle.groupCount,
+                static_cast<unsigned long>(59 + lstrlenA(thePuzzle.picturePath) +
+                                           68 * thePuzzle.trayCount + 24 * thePuzzle.groupCount +
+                                           44 * thePuzzle.pieceCount));
     std::printf("save %.1f ms%s, open (picture, make, restore, repaint) %.1f ms%s\n", save,
                 saved ? "" : " (FAILED)", open, result == 0 ? "" : " (FAILED)");
     DeleteFileA(path);

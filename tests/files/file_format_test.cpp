@@ -42,11 +42,11 @@ TEST(PuzzleFileBytes, TwoByTwoPuzzleLaidOutFieldByField)
     const std::vector<uint8_t> bytes = encodePuzzleFile(plain);
     ASSERT_EQ(245u, bytes.size());
     EXPECT_EQ(0, memcmp(bytes.data(), "v001.0\0", 7));
-    EXPECT_EQ(200, int32At(bytes, HeaderAt + 8));   // width
-    EXPECT_EQ(2, int32At(bytes, HeaderAt + 32));    // columns
-    EXPECT_EQ(2, int32At(bytes, HeaderAt + 40));    // knobbed
-    EXPECT_EQ(10, int32At(bytes, HeaderAt + 44));   // path length
-    EXPECT_EQ(1, bytes[HeaderAt + 49]);             // outline
+    EXPECT_EQ(200, int32At(bytes, HeaderAt + 8));  // width
+    EXPECT_EQ(2, int32At(bytes, HeaderAt + 32));   // columns
+    EXPECT_EQ(2, int32At(bytes, HeaderAt + 40));   // knobbed
+    EXPECT_EQ(10, int32At(bytes, HeaderAt + 44));  // path length
+    EXPECT_EQ(1, bytes[HeaderAt + 49]);            // outline
     EXPECT_EQ(0, memcmp(bytes.data() + PathAt, "C:\\cat.jpg", 10));
     // Piece 1's record: the knobs in the order top, bottom, right, left.
     const size_t piece1 = PathAt + 10 + PieceRecordSize;
@@ -106,7 +106,11 @@ TEST(PuzzleFileBytes, DamagedFilesAreRefused)
         {"knob kind 3", [&](auto& b) { putInt32(b, piece2 + 16, 3); }},
         {"knob larger than the cell allows", [&](auto& b) { putInt32(b, piece2 + 12, 99); }},
         {"flag 2", [&](auto& b) { b[piece2 + 40] = 2; }},
-        {"set piece in a tray", [&](auto& b) { b[piece2 + 40] = 1; putInt32(b, piece2 + 36, 1); }},
+        {"set piece in a tray",
+         [&](auto& b) {
+             b[piece2 + 40] = 1;
+             putInt32(b, piece2 + 36, 1);
+         }},
         {"placement of another size", [&](auto& b) { putInt32(b, trayAt + 24, 40); }},
         {"coordinates beyond reach", [&](auto& b) { putInt32(b, piece2, 0x40000000); }},
     };

@@ -29,8 +29,8 @@ std::vector<char> bytesOf(const std::string& path)
 std::vector<int> keptState()
 {
     const Puzzle& z = thePuzzle;
-    std::vector<int> s{z.columns, z.rows, z.width, z.height, z.shapeMode, z.lastTrayId,
-                       z.lastGroupId, z.trayCount, z.groupCount};
+    std::vector<int> s{z.columns,    z.rows,        z.width,     z.height,    z.shapeMode,
+                       z.lastTrayId, z.lastGroupId, z.trayCount, z.groupCount};
     for (int i = 0; i < z.pieceCount; ++i) {
         const Piece& p = z.pieces[i];
         s.insert(s.end(), {p.x, p.y, p.width, p.height, p.zIndex, p.knobSize, p.knobTop,
@@ -40,8 +40,8 @@ std::vector<int> keptState()
     for (const Tray* t = z.firstTray; z.trayCount && t; t = t->next) {
         RECT r;
         GetWindowRect(t->window, &r);
-        s.insert(s.end(), {t->id, int(r.left), int(r.top), int(r.right), int(r.bottom),
-                           t->pieces.count});
+        s.insert(s.end(),
+                 {t->id, int(r.left), int(r.top), int(r.right), int(r.bottom), t->pieces.count});
     }
     for (const PieceGroup* g = z.firstGroup; z.groupCount && g; g = g->next)
         s.insert(s.end(), {g->id, g->trayId, g->x, g->y, g->width, g->height, g->members.count});
@@ -87,7 +87,8 @@ protected:
     {
         const RECT cell = session::cellOf(0);
         const Piece& first = thePuzzle.pieces[0];
-        play::carryCellTo(0, first.homeX + cell.left - first.x + 1, first.homeY + cell.top - first.y);
+        play::carryCellTo(0, first.homeX + cell.left - first.x + 1,
+                          first.homeY + cell.top - first.y);
         ASSERT_TRUE(thePuzzle.pieces[0].isSet);
         play::carryCellTo(10, play::TableX, play::TableY);
         play::carryCellTo(9, play::TableX - 52, play::TableY + 2);

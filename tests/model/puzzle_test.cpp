@@ -47,11 +47,14 @@ TEST(Stacking, RaisingAndSendingMoveOnlyThatPiece)
     Puzzle puzzle;
     puzzle.makePuzzle(board.inputs(200, 40, 5, 1, Rectangular, 1));
     puzzle.raiseToTop(1);
-    EXPECT_EQ((std::vector<int>{0, 2, 3, 4, 1}), std::vector<int>(puzzle.zOrder, puzzle.zOrder + 5));
+    EXPECT_EQ((std::vector<int>{0, 2, 3, 4, 1}),
+              std::vector<int>(puzzle.zOrder, puzzle.zOrder + 5));
     puzzle.sendToBottom(3);
-    EXPECT_EQ((std::vector<int>{3, 0, 2, 4, 1}), std::vector<int>(puzzle.zOrder, puzzle.zOrder + 5));
+    EXPECT_EQ((std::vector<int>{3, 0, 2, 4, 1}),
+              std::vector<int>(puzzle.zOrder, puzzle.zOrder + 5));
     puzzle.raiseToTop(1);  // already on top
-    EXPECT_EQ((std::vector<int>{3, 0, 2, 4, 1}), std::vector<int>(puzzle.zOrder, puzzle.zOrder + 5));
+    EXPECT_EQ((std::vector<int>{3, 0, 2, 4, 1}),
+              std::vector<int>(puzzle.zOrder, puzzle.zOrder + 5));
 }
 
 TEST(Clear, ReleasesEveryRegionAndSurfaceAndWhitensTheBoard)

@@ -44,7 +44,7 @@ TEST_F(Commands, ShuffleMovesOnlyLooseBoardPiecesAndGoesOnWithTheSameSequence)
 {
     session::makePuzzle(400, 300, 4, 3, 31, Rectangular);
     placeCell(0, 600, 450);
-    play::carryCellTo(1, 700, 450);  // 0 and 1 grouped
+    play::carryCellTo(1, 700, 450);                                          // 0 and 1 grouped
     play::carryCellTo(5, thePuzzle.originX + 100, thePuzzle.originY + 100);  // set
     thePuzzle.addTray(0);
     thePuzzle.moveToWindow(7, thePuzzle.firstTray->window, thePuzzle.firstTray->imageDC, 1);
@@ -168,8 +168,8 @@ TEST_F(Commands, APlayedSessionLeaksNoGdiObject)
     session::makePuzzle(400, 300, 8, 6);
     session::moveFreePiecesTo(20, 560);
     placeCell(9, 600, 450);
-    play::carryCellTo(10, 652, 451);                                      // a join
-    play::carryCellTo(17, 601, 503);                                      // another
+    play::carryCellTo(10, 652, 451);                                          // a join
+    play::carryCellTo(17, 601, 503);                                          // another
     play::carryCellTo(30, thePuzzle.originX + 300, thePuzzle.originY + 150);  // set
     HWND window = nullptr;
     thePuzzle.addTray(0, &window);

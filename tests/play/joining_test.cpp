@@ -48,7 +48,7 @@ TEST_F(Joining, FourPixelsJoinFiveDoNotOnEitherAxis)
     for (const auto& d : drops) {
         SCOPED_TRACE(testing::Message() << d.dx << "," << d.dy);
         SetUp();
-        placeCell(8, X, Y);                    // the left neighbour of piece 9
+        placeCell(8, X, Y);                       // the left neighbour of piece 9
         carryCellTo(9, X + 50 + d.dx, Y + d.dy);  // 9 belongs right of it
         EXPECT_EQ(d.joins, together(8, 9));
         if (d.joins) {  // snapped: the cells meet without gap or overlap
@@ -114,7 +114,7 @@ TEST_F(Joining, AGroupsOutlineIsTheUnionOfItsMembers)
 {
     const int cx = X - 100, cy = Y - 60;
     placeCell(18, cx, cy);
-    const int order[][3] = {{19, 50, 0}, {17, -50, 0}, {10, 0, -50}, {26, 0, 50},
+    const int order[][3] = {{19, 50, 0},   {17, -50, 0}, {10, 0, -50},  {26, 0, 50},
                             {9, -50, -50}, {27, 50, 50}, {11, 50, -50}, {25, -50, 50}};
     for (const auto& step : order) {
         carryCellTo(step[0], cx + step[1] + 2, cy + step[2] - 1);

@@ -17,8 +17,8 @@ HWND mainWindow();
 std::string picture(const char* name);
 
 // Shows the picture and makes a w x h puzzle of columns x rows pieces with a fixed seed.
-void makePuzzle(int w, int h, int columns, int rows, unsigned seed = 5,
-                int shapeMode = Knobbed, const char* pictureName = "picture2000x1500.jpg");
+void makePuzzle(int w, int h, int columns, int rows, unsigned seed = 5, int shapeMode = Knobbed,
+                const char* pictureName = "picture2000x1500.jpg");
 
 // Ends any drag and clears the puzzle.
 void end();

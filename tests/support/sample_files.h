@@ -38,7 +38,8 @@ inline fileformat::PuzzleFileContents puzzle(bool withTrayAndGroup)
     if (withTrayAndGroup) {
         c.header.lastTrayId = 2;
         c.header.lastGroupId = 3;
-        c.trays.push_back(TrayRecord{2, 5, 180, 100, 400, {44, 0, 1, -1, -1, -1, -1, 0, 140, 110, 560}});
+        c.trays.push_back(
+            TrayRecord{2, 5, 180, 100, 400, {44, 0, 1, -1, -1, -1, -1, 0, 140, 110, 560}});
         c.groups.push_back(GroupRecord{3, 10, 20, 200, 90, 2});
         for (int i : {1, 3}) {
             c.pieces[i].isGrouped = 1;

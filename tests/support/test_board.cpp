@@ -121,7 +121,8 @@ MakeInputs TestBoard::inputs(int w, int h, int columns, int rows, int shapeMode,
     for (int y = 0; y < h; ++y) {
         for (int x = 0; x < w; ++x) {
             const COLORREF c = patternColour(x, y);
-            bits[static_cast<size_t>(y) * w + x] = (GetRValue(c) << 16) | (GetGValue(c) << 8) | GetBValue(c);
+            bits[static_cast<size_t>(y) * w + x] =
+                (GetRValue(c) << 16) | (GetGValue(c) << 8) | GetBValue(c);
         }
     }
     BITMAPINFO info{};
