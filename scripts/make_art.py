@@ -607,6 +607,14 @@ CURSOR_HAND = [
 ]
 
 
+# The windows' icons also come at 48 x 48: their 16 x 16 images, each pixel three times.
+WINDOW_ICONS = (103, 108)
+
+
+def _scaled(rows, factor):
+    return [''.join(ch * factor for ch in row) for row in rows for _ in range(factor)]
+
+
 def _sprite(rows, size):
     """Validate a grid and return it as a list of strings."""
     assert len(rows) == size, (len(rows), size)
@@ -852,6 +860,8 @@ def main():
             images.append(_sprite(ICONS_16[ident], 16))
         if ident in ICONS_32:
             images.append(_sprite(ICONS_32[ident], 32))
+        if ident in WINDOW_ICONS:
+            images.append(_sprite(_scaled(ICONS_16[ident], 3), 48))
         assert images, ident
         _write('resources/icons/icon%03d.ico' % ident, _icon_file(images))
         previews += images
