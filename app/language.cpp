@@ -26,11 +26,13 @@ void showLanguage(HWND dialog)
     SetDlgItemTextA(dialog, IDC_LANGUAGE_SUPPRESS, texts.suppress);
 }
 
+// The focus starts on the language in force, which it would otherwise change.
 void onInit(HWND dialog)
 {
-    CheckRadioButton(dialog, IDC_LANGUAGE_ENGLISH, IDC_LANGUAGE_SPANISH,
-                     appState.language == 1 ? IDC_LANGUAGE_SPANISH : IDC_LANGUAGE_ENGLISH);
+    const int chosen = appState.language == 1 ? IDC_LANGUAGE_SPANISH : IDC_LANGUAGE_ENGLISH;
+    CheckRadioButton(dialog, IDC_LANGUAGE_ENGLISH, IDC_LANGUAGE_SPANISH, chosen);
     showLanguage(dialog);
+    SetFocus(GetDlgItem(dialog, chosen));
 }
 
 void onOk(HWND dialog)
@@ -57,7 +59,7 @@ INT_PTR CALLBACK languageDialogProc(HWND dialog, UINT message, WPARAM wParam, LP
     switch (message) {
     case WM_INITDIALOG:
         onInit(dialog);
-        return TRUE;
+        return FALSE;  // the focus is set
     case WM_COMMAND:
         switch (LOWORD(wParam)) {
         case IDC_LANGUAGE_ENGLISH:

@@ -215,6 +215,9 @@ void RunCommand(int id, LPARAM)
     }
 
     UpdateCommandStates();
+    // A pressed button took the focus; the keys belong to the main window and its menu.
+    if (GetParent(GetFocus()) == appState.toolbar)
+        SetFocus(appState.mainWindow);
     SetCursor(previous);
 }
 
@@ -223,7 +226,7 @@ INT_PTR CALLBACK ToolbarDialogProc(HWND strip, UINT message, WPARAM wParam, LPAR
     switch (message) {
     case WM_INITDIALOG:
         initStrip(strip);
-        return TRUE;
+        return FALSE;  // the keyboard stays with the main window and its menu
     case WM_COMMAND:
         RunCommand(LOWORD(wParam), lParam);
         return TRUE;

@@ -33,11 +33,11 @@ def wait_for(predicate, timeout=30.0, what="condition"):
 class Screen:
     """A screenshot of the whole display, pixel by pixel."""
 
-    def __init__(self, path=None):
+    def __init__(self, path=None, settle=True):
         # The program may still be drawing what the last input asked for: wait until two
         # shots in a row agree.
         raw = self.grab()
-        for _ in range(30):
+        for _ in range(30 if settle else 0):
             time.sleep(0.1)
             again = self.grab()
             if again == raw:
@@ -48,6 +48,11 @@ class Screen:
         self.data = raw[match.end():]
         if path:
             subprocess.run(["convert", "ppm:-", path], input=raw, check=True)
+
+    @classmethod
+    def now(cls):
+        """The screen as it is this moment, without waiting for it to settle."""
+        return cls(settle=False)
 
     @staticmethod
     def grab():
