@@ -25,6 +25,7 @@ protected:
     void TearDown() override
     {
         resetCollection(false);
+        loadedPicturePath[0] = '\0';  // closing whitened the picture: load it afresh
         DeleteFileA(path.c_str());
     }
     std::string path;

@@ -199,29 +199,3 @@ TEST(AutoPuzzlePath, NamesThePuzzleFileAfterThePicture)
     AutoPuzzlePath("C:\\Game\\Puz", "", ".fpp", path);
     EXPECT_STREQ("C:\\Game\\Puz\\.fpp", path);
 }
-
-TEST(Interface, TheSimpleInterfaceOffersOpenSavedPuzzleOnlyWhenItsFileExists)
-{
-    session::makePuzzle(400, 300, 4, 3, 31, Knobbed);
-    RouteCommand(session::mainWindow(), IDM_SIMPLE_INTERFACE, 0);
-    EXPECT_EQ(SimpleInterface, appState.interfaceType);
-    auto grayed = [](int id) {
-        return (GetMenuState(appState.menu, id, MF_BYCOMMAND) & MF_GRAYED) != 0;
-    };
-    EXPECT_TRUE(grayed(IDM_OPEN_PUZZLE));  // no puzzle file of this picture yet
-    EXPECT_TRUE(grayed(IDM_OPEN_IMAGE));
-    EXPECT_FALSE(grayed(IDM_SAVE_PUZZLE_AS));
-
-    char path[MAX_PATH];
-    AutoPuzzlePath(appState.autoPuzzleFolder, loadedPicturePath, ".fpp", path);
-    HANDLE file = CreateFileA(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    CloseHandle(file);
-    UpdateCommandStates();
-    EXPECT_FALSE(grayed(IDM_OPEN_PUZZLE));
-    DeleteFileA(path);
-
-    RouteCommand(session::mainWindow(), IDM_ADVANCED_INTERFACE, 0);
-    EXPECT_FALSE(grayed(IDM_OPEN_PUZZLE));
-    EXPECT_FALSE(grayed(IDM_OPEN_IMAGE));
-    session::end();
-}
