@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(wine wine32:i386 wine64 g++-mingw-w64-i686 mingw-w64-i686-dev g++-mingw-w64-x86-64
           mingw-w64-x86-64-dev cmake make xvfb xdotool imagemagick googletest sox x11-utils
-          python3 clang-14 libclang-rt-14-dev clang-format-14 halibut)
+          python3 clang-14 libclang-rt-14-dev clang-format-14 halibut nsis zip unzip)
 
 missing=()
 for p in "${packages[@]}"; do

@@ -30,6 +30,23 @@ def wait_for(predicate, timeout=30.0, what="condition"):
     raise AssertionError(f"timed out waiting for {what}")
 
 
+def press(*keys, pause=0.3):
+    for k in keys:
+        xdotool("key", k)
+        time.sleep(pause)
+
+
+def click(x, y, pause=0.3):
+    """A press and release of the left button at (x, y), held briefly as a hand does:
+    caption buttons act only on a release that their tracking loop sees."""
+    xdotool("mousemove", x, y)
+    time.sleep(0.1)
+    xdotool("mousedown", "1")
+    time.sleep(0.08)
+    xdotool("mouseup", "1")
+    time.sleep(pause)
+
+
 class Screen:
     """A screenshot of the whole display, pixel by pixel."""
 
@@ -186,22 +203,13 @@ class Game:
         return match.group(1).strip() if match else None
 
     def key(self, *keys, pause=0.3):
-        for k in keys:
-            xdotool("key", k)
-            time.sleep(pause)
+        press(*keys, pause=pause)
 
     def type(self, text):
         xdotool("type", "--delay", "20", text)
 
     def click(self, x, y, pause=0.3):
-        """A press and release of the left button at (x, y), held briefly as a hand does:
-        caption buttons act only on a release that their tracking loop sees."""
-        xdotool("mousemove", x, y)
-        time.sleep(0.1)
-        xdotool("mousedown", "1")
-        time.sleep(0.08)
-        xdotool("mouseup", "1")
-        time.sleep(pause)
+        click(x, y, pause)
 
     def move(self, x, y, steps=1, pause=0.2):
         """Moves the pointer to (x, y), in steps from where it is, as a hand would."""

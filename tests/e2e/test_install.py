@@ -1,0 +1,123 @@
+"""The release on a fresh Wine prefix: the silent installer puts the program, its help, its
+shortcut and its uninstall entry in place; the program started from the shortcut's folder makes
+its Puz and Col folders there and opens its help; the silent uninstaller removes what was
+installed and keeps the player's saved puzzle and settings; the portable archive runs alike."""
+
+import getpass
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+import zipfile
+
+from game import TITLE, Screen, click, press, wait_for, windows_named
+
+exe, shots, pictures, arch = sys.argv[1:5]
+build = os.path.dirname(exe)
+root = os.path.abspath(os.path.join(os.path.dirname(__file__), "..", ".."))
+prefix = os.path.join(build, "wineprefix-install")
+os.environ["WINEPREFIX"] = prefix
+os.environ["WINEDLLOVERRIDES"] = os.environ.get("WINEDLLOVERRIDES", "") + ";winemenubuilder.exe=d"
+wine = os.environ.get("WINE", "wine")
+UNINSTALL_KEY = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\ToviraPuzzle"
+HELP_FILES = ["ToviraPuzzle.hlp", "ToviraPuzzle.cnt", "ToviraPuzzle.chm",
+              "ToviraPuzzleEs.hlp", "ToviraPuzzleEs.cnt", "ToviraPuzzleEs.chm"]
+HELP_BUTTON = (702, 35)
+
+
+def run(*args, timeout=180):
+    return subprocess.run(list(args), capture_output=True, text=True, timeout=timeout,
+                          stdin=subprocess.DEVNULL)
+
+
+def registry(key, name):
+    out = run(wine, "reg", "query", key, "/v", name).stdout
+    for line in out.splitlines():
+        parts = line.split(None, 2)
+        if len(parts) == 3 and parts[0] == name:
+            return parts[2].strip()
+    return None
+
+
+def start_and_check(folder, start):
+    """Starts the program, answers the language dialog of a first start, checks its working
+    folders in `folder`, opens its help and exits by the menu."""
+    start()
+    try:
+        wait_for(lambda: windows_named("^Select your language$") or
+                 windows_named("^" + TITLE + "$"), 120, "the program")
+    except AssertionError:
+        Screen(os.path.join(shots, "install-no-program.png"))
+        print(subprocess.run(["xdotool", "search", "--name", ".", "getwindowname", "%@"],
+                             capture_output=True, text=True).stdout)
+        raise
+    if windows_named("^Select your language$"):
+        # Without a window manager the new dialog may not have the keyboard yet.
+        subprocess.run(["xdotool", "search", "--name", "^Select your language$", "windowfocus"],
+                       capture_output=True)
+        press("Return")
+    wait_for(lambda: windows_named("^" + TITLE + "$"), 30, "the main window")
+    time.sleep(1.0)
+    for name in ("Puz", "Col"):
+        assert os.path.isdir(os.path.join(folder, name)), f"no {name} folder in {folder}"
+    click(*HELP_BUTTON, pause=2.0)
+    wait_for(lambda: windows_named("^Wine Help$"), 30, "the help window")
+    click(900, 700)
+    press("alt+p", "x")
+    wait_for(lambda: not windows_named("^" + TITLE + "$"), 30, "the program to exit")
+    wait_for(lambda: not windows_named("^Wine Help$"), 10, "the help to close")
+
+
+shutil.rmtree(prefix, ignore_errors=True)
+packages = tempfile.mkdtemp(prefix="tovira-packages-")
+try:
+    made = run("bash", os.path.join(root, "scripts", "package.sh"), arch, build, packages)
+    assert made.returncode == 0, made.stderr
+    setup, archive = made.stdout.split()
+    run(wine, "wineboot", "-i", timeout=300)
+
+    assert run(wine, setup, "/S").returncode == 0
+    user = os.path.join(prefix, "drive_c", "users", getpass.getuser())
+    installed = os.path.join(user, "AppData", "Local", "Programs", "ToviraPuzzle")
+    shortcut = os.path.join(user, "AppData", "Roaming", "Microsoft", "Windows", "Start Menu",
+                            "Programs", "ToviraPuzzle", "ToviraPuzzle.lnk")
+    for name in ["ToviraPuzzle.exe", "uninstall.exe"] + HELP_FILES:
+        assert os.path.isfile(os.path.join(installed, name)), f"{name} not installed"
+    assert os.path.isfile(shortcut), "no Start-menu shortcut"
+    assert registry(UNINSTALL_KEY, "DisplayVersion") == "1.0.0"
+    assert registry(UNINSTALL_KEY, "Publisher") == "Tovira Software"
+    assert registry(UNINSTALL_KEY, "DisplayIcon").endswith("ToviraPuzzle.exe,0")
+
+    start_and_check(installed, lambda: subprocess.Popen(
+        [wine, "start", "/unix", shortcut], stdin=subprocess.DEVNULL,
+        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+    Screen(os.path.join(shots, "installed-run.png"))
+    saved = os.path.join(installed, "Puz", "saved.fpp")
+    with open(saved, "wb") as f:
+        f.write(b"v001.0\0")
+
+    run(wine, os.path.join(installed, "uninstall.exe"), "/S")
+    wait_for(lambda: not os.path.exists(os.path.join(installed, "uninstall.exe")), 60,
+             "the uninstaller")
+    for name in ["ToviraPuzzle.exe"] + HELP_FILES:
+        assert not os.path.exists(os.path.join(installed, name)), f"{name} left behind"
+    assert not os.path.exists(shortcut), "the shortcut is left"
+    assert registry(UNINSTALL_KEY, "DisplayVersion") is None, "the uninstall entry is left"
+    assert os.path.isfile(saved), "the player's saved puzzle was removed"
+    assert registry(r"HKCU\Software\Tovira Software\ToviraPuzzle\Options", "SupLangDlg") == "0"
+
+    # The portable archive: one folder that runs where it is unpacked.
+    unpacked = tempfile.mkdtemp(prefix="tovira-portable-")
+    zipfile.ZipFile(archive).extractall(unpacked)
+    folder = os.path.join(unpacked, "ToviraPuzzle-1.0.0")
+    start_and_check(folder, lambda: subprocess.Popen(
+        [wine, os.path.join(folder, "ToviraPuzzle.exe")], cwd=folder, stdin=subprocess.DEVNULL,
+        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+    shutil.rmtree(unpacked, ignore_errors=True)
+    print(f"installed, ran, uninstalled keeping the saved puzzle; ran the portable archive "
+          f"({os.path.getsize(setup)} and {os.path.getsize(archive)} bytes)")
+finally:
+    shutil.rmtree(packages, ignore_errors=True)
+    subprocess.run([os.environ.get("WINESERVER", "wineserver"), "-k"], capture_output=True)
