@@ -158,7 +158,7 @@ void StartUp(HWND window)
 
     chooseLanguage(window);
 
-    char defaultCollection[MAX_PATH];
+    char defaultCollection[MAX_PATH] = {};
     ReadSetting(appState.optionsKey, "Default Collection", "", defaultCollection);
     ReadIntSetting(appState.optionsKey, "Interface Type", "0", appState.interfaceType);
     if (defaultCollection[0])

@@ -1,5 +1,7 @@
 #include "files/collection_format.h"
 
+#include <cstdint>
+
 #include "files/byte_stream.h"
 
 namespace fileformat {
@@ -11,10 +13,12 @@ bool within(int64_t value, int64_t low, int64_t high)
     return value >= low && value <= high;
 }
 
-// Sizes as the size dialog takes them (a natural size may be larger than it lets one type).
+// Sizes as the size dialog takes them; an entry that takes its picture's own size may hold
+// any, since it is not used.
 bool entryValid(const PuzzleFileHeader& h)
 {
-    return within(h.width, 0, MaxPuzzleSide) && within(h.height, 0, MaxPuzzleSide) &&
+    const int64_t maxSide = h.adjustToImage ? INT32_MAX : MaxPuzzleSide;
+    return within(h.width, 0, maxSide) && within(h.height, 0, maxSide) &&
            within(h.columns, 0, MaxPiecesPerSide) && within(h.rows, 0, MaxPiecesPerSide) &&
            within(h.pathLength, 1, MaxPathLength) && h.adjustToImage <= 1;
 }

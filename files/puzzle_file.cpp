@@ -1,6 +1,7 @@
 #include "files/puzzle_file.h"
 
 #include <cstring>
+#include <unordered_map>
 #include <vector>
 #include <windows.h>
 
@@ -116,23 +117,35 @@ void restorePiece(Puzzle& puzzle, int i, const PieceRecord& r, int fileShapeMode
     piece.isVisible = r.isVisible;
     piece.zIndex = r.zIndex;
     puzzle.zOrder[r.zIndex] = i;
-    if (r.isGrouped)
-        puzzle.addToGroup(r.groupId, &i, 1);  // a group the file lacks leaves it ungrouped
-    if (r.trayId != 0 && puzzle.findTray(r.trayId, false)) {
-        piece.assignWindow(puzzle.foundTray->window, puzzle.foundTray->imageDC, r.trayId);
-        puzzle.putInTray(r.trayId, i, false);  // each tray grows once, when all are in
+}
+
+// Each group gets all its members at once, in piece order, as a piece-by-piece restore
+// would give them; a group the file does not define leaves its pieces ungrouped.
+void restoreGroups(Puzzle& puzzle, const PuzzleFileContents& c)
+{
+    std::unordered_map<int, std::vector<int>> members;
+    for (int i = 0; i < puzzle.pieceCount; ++i) {
+        if (c.pieces[i].isGrouped)
+            members[c.pieces[i].groupId].push_back(i);
+    }
+    for (const GroupRecord& g : c.groups) {
+        puzzle.createGroup(g.id, g.trayId);
+        const std::vector<int>& list = members[g.id];
+        puzzle.addToGroup(g.id, list.data(), static_cast<int>(list.size()));
     }
 }
 
-// Groups whose members were all named by no piece would stay in the list forever.
-void dropEmptyGroups(Puzzle& puzzle)
+void restoreTrayContents(Puzzle& puzzle, const PuzzleFileContents& c)
 {
-    for (PieceGroup* g = puzzle.groupCount ? puzzle.firstGroup : nullptr; g;) {
-        PieceGroup* next = g->next;
-        if (g->members.count == 0)
-            puzzle.deleteGroup(g->id);
-        g = next;
+    for (int i = 0; i < puzzle.pieceCount; ++i) {
+        const int trayId = c.pieces[i].trayId;
+        if (trayId == 0 || !puzzle.findTray(trayId, false))
+            continue;
+        puzzle.pieces[i].assignWindow(puzzle.foundTray->window, puzzle.foundTray->imageDC, trayId);
+        puzzle.putInTray(trayId, i, false);  // each tray grows once, when all are in
     }
+    for (const TrayRecord& t : c.trays)
+        puzzle.fitTrayToContents(t.id);
 }
 
 void repaintRestored(Puzzle& puzzle, const std::vector<HWND>& trayWindows)
@@ -171,15 +184,12 @@ void restorePuzzle(const char* path, const PuzzleFileContents& c)
     std::vector<HWND> trayWindows;
     for (const TrayRecord& t : c.trays)
         restoreTray(puzzle, t, trayWindows);
-    for (const GroupRecord& g : c.groups)
-        puzzle.createGroup(g.id, g.trayId);
-    puzzle.lastTrayId = h.lastTrayId;
-    puzzle.lastGroupId = h.lastGroupId;
     for (int i = 0; i < puzzle.pieceCount; ++i)
         restorePiece(puzzle, i, c.pieces[i], h.shapeMode);
-    dropEmptyGroups(puzzle);
-    for (const TrayRecord& t : c.trays)
-        puzzle.fitTrayToContents(t.id);
+    restoreGroups(puzzle, c);
+    puzzle.lastTrayId = h.lastTrayId;
+    puzzle.lastGroupId = h.lastGroupId;
+    restoreTrayContents(puzzle, c);
     repaintRestored(puzzle, trayWindows);
     lstrcpynA(puzzle.puzzlePath, path, MAX_PATH);
 }

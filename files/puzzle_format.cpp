@@ -37,9 +37,11 @@ bool headerValid(const PuzzleFileHeader& h)
            within(h.columns, 1, std::min(MaxPiecesPerSide, h.width)) &&
            within(h.rows, 1, std::min(MaxPiecesPerSide, h.height)) &&
            (h.shapeMode == Rectangular || h.shapeMode == Knobbed) &&
-           within(h.pathLength, 1, MaxPathLength) && h.groupCount >= 0 && h.trayCount >= 0 &&
-           h.lastTrayId >= 0 && h.lastGroupId >= 0 && isCoordinate(h.originX) &&
-           isCoordinate(h.originY) && isFlag(h.adjustToImage) && isFlag(h.drawOutline);
+           within(h.pathLength, 1, MaxPathLength) && within(h.trayCount, 0, MaxTrays) &&
+           within(h.groupCount, 0, int64_t(h.columns) * h.rows / 2) &&
+           within(h.lastTrayId, 0, MaxId) && within(h.lastGroupId, 0, MaxId) &&
+           isCoordinate(h.originX) && isCoordinate(h.originY) && isFlag(h.adjustToImage) &&
+           isFlag(h.drawOutline);
 }
 
 bool trayValid(const TrayRecord& t, int32_t lastTrayId)
@@ -77,6 +79,7 @@ bool contentsValid(const PuzzleFileContents& c)
             return false;
     }
     std::unordered_map<int32_t, int32_t> groupTrays;
+    std::unordered_map<int32_t, int> groupSizes;
     for (const GroupRecord& g : c.groups) {
         if (!within(g.id, 1, h.lastGroupId) || (g.trayId != 0 && !trayIds.count(g.trayId)) ||
             !groupTrays.emplace(g.id, g.trayId).second)
@@ -102,7 +105,13 @@ bool contentsValid(const PuzzleFileContents& c)
             const auto group = groupTrays.find(r.groupId);
             if (group != groupTrays.end() && group->second != r.trayId)
                 return false;
+            ++groupSizes[r.groupId];
         }
+    }
+    // Every group joins at least two pieces.
+    for (const GroupRecord& g : c.groups) {
+        if (groupSizes[g.id] < 2)
+            return false;
     }
     return true;
 }

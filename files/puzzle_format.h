@@ -27,6 +27,10 @@ constexpr int MaxPathLength = 259;
 constexpr int MaxPiecesPerSide = 999;
 constexpr int MaxPuzzleSide = 32767;
 constexpr int CoordinateLimit = 1 << 20;
+// Each tray is a window with its own image; no player keeps this many.
+constexpr int MaxTrays = 256;
+// Ids far beyond any played puzzle, and far from overflowing when the next is handed out.
+constexpr int MaxId = 1 << 24;
 // The largest file worth reading: 999 x 999 pieces with room for trays and groups.
 constexpr size_t MaxFileSize = 64u << 20;
 

@@ -129,6 +129,10 @@ SectionEnd
 Section "!un.$(KeepSection)" UnProgramSection
   SectionIn RO
   !insertmacro ProgramFiles "!insertmacro RemoveFile"
+  ; What a WinHelp viewer writes beside the help files.
+  Delete "$INSTDIR\${APP}*.GID"
+  Delete "$INSTDIR\${APP}*.FTS"
+  Delete "$INSTDIR\${APP}*.FTG"
   Delete "$INSTDIR\uninstall.exe"
   Delete "$SMPROGRAMS\${APP}\${APP}.lnk"
   RMDir "$SMPROGRAMS\${APP}"

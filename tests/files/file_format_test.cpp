@@ -106,6 +106,7 @@ TEST(PuzzleFileBytes, DamagedFilesAreRefused)
         {"knob kind 3", [&](auto& b) { putInt32(b, piece2 + 16, 3); }},
         {"knob larger than the cell allows", [&](auto& b) { putInt32(b, piece2 + 12, 99); }},
         {"flag 2", [&](auto& b) { b[piece2 + 40] = 2; }},
+        {"a group of one piece", [&](auto& b) { b[piecesAt + 3 * PieceRecordSize + 42] = 0; }},
         {"set piece in a tray",
          [&](auto& b) {
              b[piece2 + 40] = 1;
