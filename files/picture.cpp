@@ -5,9 +5,11 @@
 
 #include "app/app_state.h"
 #include "files/make_parameters.h"
+#include "files/message.h"
 #include "files/size_dialog.h"
 #include "model/memory_dc.h"
 #include "model/puzzle.h"
+#include "resources/resource.h"
 
 char loadedPicturePath[MAX_PATH];
 
@@ -36,7 +38,38 @@ HGLOBAL readWholeFile(const char* path, DWORD& size)
     return memory;
 }
 
+IPicture* decode(HGLOBAL memory, DWORD size)
+{
+    IPicture* decoded = nullptr;
+    IStream* stream = nullptr;
+    if (size > 0 && SUCCEEDED(CreateStreamOnHGlobal(memory, FALSE, &stream))) {
+        if (FAILED(OleLoadPicture(stream, static_cast<LONG>(size), FALSE, IID_IPicture,
+                                  reinterpret_cast<void**>(&decoded))))
+            decoded = nullptr;
+        stream->Release();
+    }
+    return decoded;
+}
+
 }  // namespace
+
+bool pictureDecodes(const char* path)
+{
+    DWORD size = 0;
+    HGLOBAL memory = readWholeFile(path, size);
+    if (!memory)
+        return false;
+    IPicture* decoded = decode(memory, size);
+    GlobalFree(memory);
+    if (!decoded)
+        return false;
+    OLE_XSIZE_HIMETRIC w = 0;
+    OLE_YSIZE_HIMETRIC h = 0;
+    decoded->get_Width(&w);
+    decoded->get_Height(&h);
+    decoded->Release();
+    return w > 0 && h > 0;
+}
 
 Picture::Picture()
     : hiMetricWidth(0), hiMetricHeight(0), picture(nullptr), pictureDC(nullptr), previewDC(nullptr),
@@ -71,13 +104,7 @@ void Picture::loadPicture(const char* path)
             picture->Release();
             picture = nullptr;
         }
-        IStream* stream = nullptr;
-        if (size > 0 && SUCCEEDED(CreateStreamOnHGlobal(memory, FALSE, &stream))) {
-            if (FAILED(OleLoadPicture(stream, static_cast<LONG>(size), FALSE, IID_IPicture,
-                                      reinterpret_cast<void**>(&picture))))
-                picture = nullptr;
-            stream->Release();
-        }
+        picture = decode(memory, size);
     }
 
     if (picture) {
@@ -153,6 +180,12 @@ void Picture::loadPreview(const char* path)
 
 void openPictureCommand(const char* path)
 {
+    // Refused before anything changes: the picture, the board and the puzzle stay.
+    if (!pictureDecodes(path)) {
+        showMessage(appState.instance, appState.mainWindow, IDS_PICTURE_UNREADABLE, IDS_FILE_ERROR,
+                    MB_OK, path);
+        return;
+    }
     thePicture.loadPreview(path);
     showSizeDialog(appState.mainWindow, Pixels);
     showSizeDialog(appState.mainWindow, Pieces);

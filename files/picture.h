@@ -49,7 +49,10 @@ extern char loadedPicturePath[MAX_PATH];
 extern Picture thePicture;
 
 // Opens a picture for a new puzzle: preview, the size dialog in both modes, no puzzle yet.
+// A file that is no picture it can show is named in a message, and nothing changes.
 void openPictureCommand(const char* path);
+// Whether path holds a BMP, JPEG or GIF picture that decodes, of a size above zero.
+bool pictureDecodes(const char* path);
 
 // Shrinks width or height so that width / height comes to ratio.
 void fitToRatio(int& width, int& height, float ratio);
