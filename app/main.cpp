@@ -3,15 +3,24 @@
 
 #include "app/app_state.h"
 #include "app/main_window.h"
+#include "files/message.h"
+#include "resources/resource.h"
+
+namespace {
+
+constexpr int ExitNoWindow = 1;
+
+}  // namespace
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int showCommand)
 {
     appState.instance = instance;
-    if (!RegisterWindowClasses(instance))
-        return 0;
-    HWND window = CreateMainWindow(instance);
-    if (!window)
-        return 0;
+    HWND window = RegisterWindowClasses(instance) ? CreateMainWindow(instance) : nullptr;
+    if (!window) {
+        // Without a window there is nothing to play on; say so where anyone can see it.
+        showMessage(instance, nullptr, IDS_NO_MAIN_WINDOW, IDS_SYSTEM_ERROR, MB_OK | MB_ICONERROR);
+        return ExitNoWindow;
+    }
     ShowWindow(window, showCommand);
     UpdateWindow(window);
 
