@@ -22,6 +22,8 @@ SizeDialogState state{Pixels, 5};
 
 constexpr int PixelsBufferSize = 5;  // up to 9999 pixels
 constexpr int PiecesBufferSize = 4;  // up to 999 pieces
+// The smallest cell a piece can be cut from and still be seen, picked up and fitted.
+constexpr int MinimumCellSide = 10;
 
 void setText(HWND dialog, int control, int stringId)
 {
@@ -93,9 +95,20 @@ bool checked(HWND dialog, int control)
     return IsDlgButtonChecked(dialog, control) == BST_CHECKED;
 }
 
+// Puzzles whose pieces could not be played are refused: a size of zero, or cells smaller
+// than MinimumCellSide. The pieces are measured against the size already chosen.
+bool playable(const MakeParameters& p, bool pixels)
+{
+    if (pixels)
+        return p.width > 0 && p.height > 0;
+    return p.columns > 0 && p.rows > 0 && p.width / p.columns >= MinimumCellSide &&
+           p.height / p.rows >= MinimumCellSide;
+}
+
 void onOk(HWND dialog)
 {
     MakeParameters& parameters = makeParameters;
+    const MakeParameters before = parameters;
     const bool pixels = state.mode == Pixels;
     // Both values are read even when the first is refused.
     bool ok =
@@ -117,6 +130,12 @@ void onOk(HWND dialog)
     }
     if (!ok)
         return;
+    if (!playable(parameters, pixels)) {
+        parameters = before;
+        showMessage(appState.instance, appState.mainWindow, IDS_PIECES_TOO_SMALL, IDS_INPUT_ERROR,
+                    MB_OK);
+        return;
+    }
     if (parameters.keepRatio || parameters.adjustToScreen)
         fitToRatio(parameters.width, parameters.height, thePicture.aspectRatio);
     EndDialog(dialog, IDC_SIZE_OK);

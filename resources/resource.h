@@ -27,6 +27,7 @@
 #define IDS_ADJUST_TO_SCREEN      59
 #define IDS_PICTURE_UNREADABLE    60
 #define IDS_NO_MAIN_WINDOW        61
+#define IDS_PIECES_TOO_SMALL      62
 #define IDS_CANCEL                1016
 #define IDS_VERSION               1025
 #define IDS_ABOUT_TITLE           1026

@@ -100,6 +100,8 @@ TEST_F(SizeDialog, AValidSecondValueIsStoredEvenWhenTheFirstIsRefused)
 
 TEST_F(SizeDialog, PiecesUpTo999AreTakenAndAThousandRefused)
 {
+    makeParameters.width = 9999;
+    makeParameters.height = 1000;
     DialogRun r = run(Pieces, {{"1000", "8", 0}, {"999", "8", 0}});
     EXPECT_EQ("Enter Number of Pieces", r.title);
     EXPECT_FALSE(r.checkBoxesShown);
@@ -145,4 +147,23 @@ TEST_F(SizeDialog, CancelKeepsTheValues)
     EXPECT_EQ(IDC_SIZE_CANCEL, run(Pieces, {}).result);
     EXPECT_EQ(12, makeParameters.columns);
     EXPECT_EQ(8, makeParameters.rows);
+}
+
+TEST_F(SizeDialog, PuzzlesWhosePiecesCannotBePlayedAreRefused)
+{
+    const std::string TooSmall =
+        "Input error: Pieces this small cannot be played: each needs at least 10 x 10 pixels. "
+        "Choose a larger puzzle or fewer pieces.";
+    DialogRun r = run(Pixels, {{"0", "300", 0}, {"400", "300", 0}});
+    EXPECT_EQ(std::vector<std::string>{TooSmall}, r.messages);
+    EXPECT_EQ(400, makeParameters.width);
+
+    // 500 columns on 400 pixels, or none: refused, and the values stay as they were.
+    makeParameters.columns = makeParameters.rows = 6;
+    r = run(Pieces, {{"500", "3", 0}, {"0", "3", 0}});
+    EXPECT_EQ(IDC_SIZE_CANCEL, r.result);
+    EXPECT_EQ(2u, r.messages.size());
+    EXPECT_EQ(6, makeParameters.columns);
+    EXPECT_EQ(6, makeParameters.rows);
+    EXPECT_EQ(IDC_SIZE_OK, run(Pieces, {{"40", "30", 0}}).result);  // cells of 10 x 10
 }
