@@ -32,11 +32,17 @@ def near(a, b, tolerance=2):
 
 def stage(game, p, slot):
     """Carries p to its slot. Where pieces lie scattered, a tab of a neighbour showing p's
-    colour may touch p's body and widen what is seen of it: a second carry corrects that."""
-    for _ in range(3):
-        if near(body(Screen(), p)[0], slot):
+    colour may touch p's body and widen what is seen of it, and another piece may hide part
+    of it: it is picked up by what shows, and carried again until it lies whole at its slot."""
+    for _ in range(4):
+        seen = Screen().largest_component(COLOURS[p], exclude=PREVIEW)
+        assert seen and seen[1] > 1200, f"piece {p} not found on the board: {seen}"
+        if seen[1] > 3000 and near(seen[0], slot):
             return
-        carry(game, p, *slot)
+        box, middle = seen[0], seen[2]
+        game.click(*middle)
+        game.move(middle[0] + slot[0] - box[0], middle[1] + slot[1] - box[1], steps=6)
+        game.click(middle[0] + slot[0] - box[0], middle[1] + slot[1] - box[1], pause=0.6)
 
 
 def stage_all(game):
