@@ -79,13 +79,12 @@ PuzzleFileContents contentsOf(const Puzzle& puzzle)
     return c;
 }
 
-void restoreTray(Puzzle& puzzle, const TrayRecord& t, std::vector<HWND>& windows)
+void restoreTray(Puzzle& puzzle, const TrayRecord& t)
 {
     HWND window = nullptr;
     puzzle.addTray(t.id, &window);
     if (!window)
         return;
-    windows.push_back(window);
     RECT r{t.left, t.top, t.left + t.viewWidth, t.top + t.viewHeight};
     MapWindowPoints(HWND_DESKTOP, appState.mainWindow, reinterpret_cast<POINT*>(&r), 2);
     MoveWindow(window, r.left, r.top, r.right - r.left, r.bottom - r.top, TRUE);
@@ -148,16 +147,14 @@ void restoreTrayContents(Puzzle& puzzle, const PuzzleFileContents& c)
         puzzle.fitTrayToContents(t.id);
 }
 
-void repaintRestored(Puzzle& puzzle, const std::vector<HWND>& trayWindows)
+void repaintRestored(Puzzle& puzzle)
 {
-    for (HWND window : trayWindows) {
-        const int id = puzzle.trayIdOfWindow(window, false);
-        if (id == 0)
-            continue;
+    for (Tray* tray = puzzle.trayCount ? puzzle.firstTray : nullptr; tray; tray = tray->next) {
         RECT client;
-        GetClientRect(window, &client);
-        puzzle.repaintRect(client, id, nullptr);
-        InvalidateRect(window, nullptr, FALSE);
+        if (!tray->window || !GetClientRect(tray->window, &client))
+            continue;
+        puzzle.repaintRect(client, tray->id, nullptr);
+        InvalidateRect(tray->window, nullptr, FALSE);
     }
     // Also removes what restoring drew on the board for pieces that then went into trays.
     puzzle.repaintRect(RECT{0, 0, appState.screenWidth, appState.screenHeight}, 0, nullptr);
@@ -181,16 +178,15 @@ void restorePuzzle(const char* path, const PuzzleFileContents& c)
     if (!puzzle.made)
         return;
 
-    std::vector<HWND> trayWindows;
     for (const TrayRecord& t : c.trays)
-        restoreTray(puzzle, t, trayWindows);
+        restoreTray(puzzle, t);
     for (int i = 0; i < puzzle.pieceCount; ++i)
         restorePiece(puzzle, i, c.pieces[i], h.shapeMode);
     restoreGroups(puzzle, c);
     puzzle.lastTrayId = h.lastTrayId;
     puzzle.lastGroupId = h.lastGroupId;
     restoreTrayContents(puzzle, c);
-    repaintRestored(puzzle, trayWindows);
+    repaintRestored(puzzle);
     lstrcpynA(puzzle.puzzlePath, path, MAX_PATH);
 }
 
