@@ -33,6 +33,8 @@ struct AppState {
 
     int screenWidth, screenHeight;
     int maximisedWidth, maximisedHeight;
+    // The board and background images: the largest client area the window can be sized to.
+    int boardImageWidth, boardImageHeight;
 
     HDC windowDC;  // the main window's own device context (class style CS_OWNDC)
     HDC backgroundDC;

@@ -133,9 +133,9 @@ void StartUp(HWND window)
 
     appState.windowDC = GetDC(window);
     createMemoryDC(appState.backgroundDC, appState.windowDC, appState.backgroundBitmap,
-                   appState.screenWidth, appState.screenHeight, false);
-    BitBlt(appState.backgroundDC, 0, 0, appState.screenWidth, appState.screenHeight, nullptr, 0, 0,
-           WHITENESS);
+                   appState.boardImageWidth, appState.boardImageHeight, false);
+    BitBlt(appState.backgroundDC, 0, 0, appState.boardImageWidth, appState.boardImageHeight,
+           nullptr, 0, 0, WHITENESS);
 
     createToolbar(window);
     placePuzzleArea(window);

@@ -1,5 +1,7 @@
 #include "app/main_window.h"
 
+#include <algorithm>
+
 #include "app/app_state.h"
 #include "app/commands.h"
 #include "app/scroll_view.h"
@@ -23,9 +25,25 @@ void OnPaint(HWND window)
         RECT client;
         GetClientRect(window, &client);
         const int x = appState.paintOriginX, y = appState.paintOriginY;
-        BitBlt(dc, x, y, client.right - x, client.bottom - y, appState.boardDC, x, y, SRCCOPY);
+        const int right = std::min<int>(client.right, appState.boardImageWidth);
+        const int bottom = std::min<int>(client.bottom, appState.boardImageHeight);
+        BitBlt(dc, x, y, right - x, bottom - y, appState.boardDC, x, y, SRCCOPY);
     }
     EndPaint(window, &paint);
+}
+
+// The board image already covers any size; pieces a smaller window left outside come back in.
+void OnSize(HWND window, WPARAM kind)
+{
+    if (kind == SIZE_MINIMIZED || !thePuzzle.made)
+        return;
+    RECT client;
+    GetClientRect(window, &client);
+    const RECT view{appState.paintOriginX, appState.paintOriginY,
+                    std::min<int>(client.right, appState.boardImageWidth),
+                    std::min<int>(client.bottom, appState.boardImageHeight)};
+    endDragInPlace();
+    thePuzzle.bringIntoView(view);
 }
 
 LRESULT OnCtlColorStatic(HWND window, WPARAM wParam, LPARAM lParam)
@@ -59,6 +77,9 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
         return 0;
     case WM_PAINT:
         OnPaint(window);
+        return 0;
+    case WM_SIZE:
+        OnSize(window, wParam);
         return 0;
     case WM_COMMAND:
         RouteCommand(window, LOWORD(wParam), lParam);
@@ -114,6 +135,12 @@ HWND CreateMainWindow(HINSTANCE instance)
     appState.screenHeight = GetSystemMetrics(SM_CYSCREEN);
     appState.maximisedWidth = GetSystemMetrics(SM_CXMAXIMIZED);
     appState.maximisedHeight = GetSystemMetrics(SM_CYMAXIMIZED);
+    appState.boardImageWidth =
+        std::max({GetSystemMetrics(SM_CXMAXTRACK), GetSystemMetrics(SM_CXVIRTUALSCREEN),
+                  appState.maximisedWidth, appState.screenWidth});
+    appState.boardImageHeight =
+        std::max({GetSystemMetrics(SM_CYMAXTRACK), GetSystemMetrics(SM_CYVIRTUALSCREEN),
+                  appState.maximisedHeight, appState.screenHeight});
     return CreateWindowExA(
         0, MainClassName, "", WS_OVERLAPPEDWINDOW | WS_MAXIMIZE | WS_CLIPCHILDREN,
         (appState.screenWidth - appState.maximisedWidth) / 2,

@@ -2,8 +2,10 @@
 
 #include "app/app_state.h"
 #include "files/make_parameters.h"
+#include "files/message.h"
 #include "files/picture.h"
 #include "model/puzzle.h"
+#include "resources/resource.h"
 
 MakeInputs gatherMakeInputs()
 {
@@ -20,6 +22,8 @@ MakeInputs gatherMakeInputs()
     in.instance = appState.instance;
     in.boardLeft = appState.paintOriginX;
     in.boardTop = appState.paintOriginY;
+    in.boardImageWidth = appState.boardImageWidth;
+    in.boardImageHeight = appState.boardImageHeight;
     in.originX = appState.areaOriginX;
     in.originY = appState.areaOriginY;
     in.areaWidth = appState.areaWidth;
@@ -36,6 +40,13 @@ MakeInputs gatherMakeInputs()
 void makeCommand()
 {
     // The board image exists once a picture has been shown.
-    if (appState.boardDC)
-        thePuzzle.makePuzzle(gatherMakeInputs());
+    if (!appState.boardDC)
+        return;
+    HCURSOR before = SetCursor(appState.waitCursor);
+    const MakeResult result = thePuzzle.makePuzzle(gatherMakeInputs());
+    SetCursor(before);
+    if (result != MakeResult::Made)
+        showMessage(appState.instance, appState.mainWindow,
+                    result == MakeResult::TooLarge ? IDS_PUZZLE_TOO_LARGE : IDS_LOW_RESOURCES,
+                    IDS_SYSTEM_ERROR, MB_OK);
 }

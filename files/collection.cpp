@@ -172,8 +172,8 @@ void resetCollection(bool open)
     if (thePuzzle.made)
         thePuzzle.clear();
     else if (appState.boardDC)
-        BitBlt(appState.boardDC, 0, 0, appState.screenWidth, appState.screenHeight, nullptr, 0, 0,
-               WHITENESS);
+        BitBlt(appState.boardDC, 0, 0, appState.boardImageWidth, appState.boardImageHeight, nullptr,
+               0, 0, WHITENESS);
     thePicture.blank();
     RedrawWindow(appState.mainWindow, nullptr, nullptr, RDW_INVALIDATE);
     appState.collectionOpen = open;

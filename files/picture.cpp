@@ -1,5 +1,6 @@
 #include "files/picture.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -7,6 +8,7 @@
 #include "files/make_parameters.h"
 #include "files/message.h"
 #include "files/size_dialog.h"
+#include "model/memory_budget.h"
 #include "model/memory_dc.h"
 #include "model/puzzle.h"
 #include "resources/resource.h"
@@ -87,58 +89,112 @@ Picture::~Picture()
     deleteMemoryDC(previewDC, previewBitmap);
 }
 
-void Picture::render(HDC dc, int w, int h)
+bool Picture::render(HDC dc, int w, int h)
 {
     RECT bounds{};
     GetClientRect(ownerWindow, &bounds);
     // HIMETRIC grows upwards: start at the top edge with a negative height.
-    picture->Render(dc, 0, 0, w, h, 0, hiMetricHeight, hiMetricWidth, -hiMetricHeight, &bounds);
+    return SUCCEEDED(picture->Render(dc, 0, 0, w, h, 0, hiMetricHeight, hiMetricWidth,
+                                     -hiMetricHeight, &bounds));
 }
 
-void Picture::loadPicture(const char* path)
+bool Picture::createSurface(HDC& dc, HBITMAP& bitmap, int w, int h)
+{
+    dc = nullptr;
+    bitmap = nullptr;
+    if (bitmapBytes(w, h) > MaxBitmapBytes)
+        return false;
+    HDC ownerDC = GetDC(ownerWindow);
+    createMemoryDC(dc, ownerDC, bitmap, w, h, false);
+    ReleaseDC(ownerWindow, ownerDC);
+    if (dc && bitmap)
+        return true;
+    deleteMemoryDC(dc, bitmap);
+    return false;
+}
+
+PictureLoad Picture::loadPicture(const char* path)
 {
     DWORD size = 0;
     HGLOBAL memory = readWholeFile(path, size);
-    if (memory) {
-        if (picture) {
-            picture->Release();
-            picture = nullptr;
-        }
-        picture = decode(memory, size);
-    }
-
-    if (picture) {
-        OLE_XSIZE_HIMETRIC w = 0;
-        OLE_YSIZE_HIMETRIC h = 0;
-        picture->get_Width(&w);
-        picture->get_Height(&h);
-        hiMetricWidth = w;
-        hiMetricHeight = h;
-
-        HDC ownerDC = GetDC(ownerWindow);
-        naturalWidth = MulDiv(hiMetricWidth, GetDeviceCaps(ownerDC, LOGPIXELSX), HiMetricPerInch);
-        naturalHeight = MulDiv(hiMetricHeight, GetDeviceCaps(ownerDC, LOGPIXELSY), HiMetricPerInch);
-        aspectRatio = static_cast<float>(naturalWidth) / static_cast<float>(naturalHeight);
-
-        createMemoryDC(pictureDC, ownerDC, pictureBitmap, naturalWidth, naturalHeight, true);
-        fitToRatio(previewWidth, previewHeight, aspectRatio);
-        createMemoryDC(previewDC, ownerDC, previewBitmap, previewWidth, previewHeight, true);
-        ReleaseDC(ownerWindow, ownerDC);
-        render(pictureDC, naturalWidth, naturalHeight);
-        render(previewDC, previewWidth, previewHeight);
-    }
+    IPicture* decoded = memory ? decode(memory, size) : nullptr;
     if (memory)
         GlobalFree(memory);
+    const bool readable = decoded != nullptr;
+    if (memory && !decoded && picture) {
+        // Read but not decoded: the picture is gone, its images stay.
+        picture->Release();
+        picture = nullptr;
+    }
+    // A file that cannot be opened renders the picture already held again.
+    if (!decoded && picture) {
+        decoded = picture;
+        decoded->AddRef();
+    }
+    if (!decoded)
+        return PictureUnreadable;
+
+    OLE_XSIZE_HIMETRIC hiWidth = 0;
+    OLE_YSIZE_HIMETRIC hiHeight = 0;
+    decoded->get_Width(&hiWidth);
+    decoded->get_Height(&hiHeight);
+    HDC ownerDC = GetDC(ownerWindow);
+    const int newWidth = MulDiv(hiWidth, GetDeviceCaps(ownerDC, LOGPIXELSX), HiMetricPerInch);
+    const int newHeight = MulDiv(hiHeight, GetDeviceCaps(ownerDC, LOGPIXELSY), HiMetricPerInch);
+    ReleaseDC(ownerWindow, ownerDC);
+    int newPreviewWidth = previewWidth, newPreviewHeight = previewHeight;
+    const float ratio = static_cast<float>(newWidth) / static_cast<float>(newHeight);
+    fitToRatio(newPreviewWidth, newPreviewHeight, ratio);
+
+    // Both images are made before the ones on hand are given up.
+    HDC newPictureDC = nullptr, newPreviewDC = nullptr;
+    HBITMAP newPictureBitmap = nullptr, newPreviewBitmap = nullptr;
+    const bool made =
+        processCanHold(bitmapBytes(newWidth, newHeight)) &&
+        createSurface(newPictureDC, newPictureBitmap, newWidth, newHeight) &&
+        createSurface(newPreviewDC, newPreviewBitmap, newPreviewWidth, newPreviewHeight);
+    if (!made) {
+        deleteMemoryDC(newPictureDC, newPictureBitmap);
+        deleteMemoryDC(newPreviewDC, newPreviewBitmap);
+        decoded->Release();
+        return PictureTooLarge;
+    }
+
+    if (picture)
+        picture->Release();
+    picture = decoded;
+    hiMetricWidth = hiWidth;
+    hiMetricHeight = hiHeight;
+    naturalWidth = newWidth;
+    naturalHeight = newHeight;
+    aspectRatio = ratio;
+    previewWidth = newPreviewWidth;
+    previewHeight = newPreviewHeight;
+    deleteMemoryDC(pictureDC, pictureBitmap);
+    deleteMemoryDC(previewDC, previewBitmap);
+    pictureDC = newPictureDC;
+    pictureBitmap = newPictureBitmap;
+    previewDC = newPreviewDC;
+    previewBitmap = newPreviewBitmap;
+    render(pictureDC, naturalWidth, naturalHeight);
+    render(previewDC, previewWidth, previewHeight);
+    return readable ? PictureLoaded : PictureUnreadable;
 }
 
-void Picture::renderAtSize(int w, int h)
+bool Picture::renderAtSize(int w, int h)
 {
     if (!picture)
-        return;
-    HDC ownerDC = GetDC(ownerWindow);
-    createMemoryDC(pictureDC, ownerDC, pictureBitmap, w, h, true);
-    ReleaseDC(ownerWindow, ownerDC);
-    render(pictureDC, w, h);
+        return true;  // nothing decoded: the image on hand is the picture
+    HDC dc = nullptr;
+    HBITMAP bitmap = nullptr;
+    if (!createSurface(dc, bitmap, w, h) || !render(dc, w, h)) {
+        deleteMemoryDC(dc, bitmap);
+        return false;
+    }
+    deleteMemoryDC(pictureDC, pictureBitmap);
+    pictureDC = dc;
+    pictureBitmap = bitmap;
+    return true;
 }
 
 void Picture::blank()
@@ -147,23 +203,31 @@ void Picture::blank()
     BitBlt(previewDC, 0, 0, previewWidth, previewHeight, nullptr, 0, 0, WHITENESS);
 }
 
-void Picture::loadPreview(const char* path)
+bool Picture::loadPreview(const char* path)
 {
     RECT client{};
     GetClientRect(appState.mainWindow, &client);
     ownerWindow = appState.mainWindow;
-    previewX = 0;
-    previewY = appState.paintOriginY;
+    const int keptWidth = previewWidth, keptHeight = previewHeight;
     previewWidth = appState.previewBoxWidth;
     previewHeight = appState.previewBoxHeight;
-    loadPicture(path);
+    if (loadPicture(path) == PictureTooLarge) {
+        previewWidth = keptWidth;
+        previewHeight = keptHeight;
+        showMessage(appState.instance, appState.mainWindow, IDS_PICTURE_TOO_LARGE, IDS_SYSTEM_ERROR,
+                    MB_OK, path);
+        return false;
+    }
+    previewX = 0;
+    previewY = appState.paintOriginY;
 
     // A puzzle still on hand must not draw into, or whiten, the board image that replaces
     // the one it was drawn on.
     thePuzzle.releaseBoard();
-    createMemoryDC(appState.boardDC, appState.windowDC, appState.boardBitmap, client.right,
-                   client.bottom, true);
-    BitBlt(appState.boardDC, 0, 0, client.right, client.bottom, nullptr, 0, 0, WHITENESS);
+    const int w = std::max<int>(appState.boardImageWidth, client.right);
+    const int h = std::max<int>(appState.boardImageHeight, client.bottom);
+    createMemoryDC(appState.boardDC, appState.windowDC, appState.boardBitmap, w, h, true);
+    BitBlt(appState.boardDC, 0, 0, w, h, nullptr, 0, 0, WHITENESS);
     BitBlt(appState.boardDC, previewX, previewY, previewWidth, previewHeight, previewDC, 0, 0,
            SRCCOPY);
 
@@ -176,6 +240,7 @@ void Picture::loadPreview(const char* path)
         thePuzzle.picturePath[0] = '\0';
         thePuzzle.puzzlePath[0] = '\0';
     }
+    return true;
 }
 
 void openPictureCommand(const char* path)
@@ -186,7 +251,8 @@ void openPictureCommand(const char* path)
                     MB_OK, path);
         return;
     }
-    thePicture.loadPreview(path);
+    if (!thePicture.loadPreview(path))
+        return;
     showSizeDialog(appState.mainWindow, Pixels);
     showSizeDialog(appState.mainWindow, Pieces);
     makeParameters.shapeMode = Knobbed;

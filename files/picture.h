@@ -5,6 +5,13 @@
 #include <ocidl.h>
 #include <olectl.h>
 
+enum PictureLoad {
+    PictureLoaded,
+    PictureUnreadable,  // not opened: the picture held is rendered again; not decoded: it
+                        // is let go and its images stay
+    PictureTooLarge,    // decoded, but its images cannot be held: everything on hand stays
+};
+
 class Picture {
 public:
     Picture();
@@ -12,15 +19,16 @@ public:
     Picture(const Picture&) = delete;
     Picture& operator=(const Picture&) = delete;
 
-    // Loads and renders a BMP, JPEG or GIF file. A file that cannot be opened renders the
-    // picture already held again; one that cannot be decoded leaves the images as they were.
-    void loadPicture(const char* path);
-    // Re-renders the picture image at the puzzle size.
-    void renderAtSize(int w, int h);
+    // Loads and renders a BMP, JPEG or GIF file at its natural size and as the preview.
+    PictureLoad loadPicture(const char* path);
+    // Re-renders the picture image at the puzzle size. False, with the image on hand kept,
+    // when the new one cannot be made.
+    bool renderAtSize(int w, int h);
     // Whitens both images; the decoded picture stays.
     void blank();
-    // Shows path's picture as the preview on a fresh, white board image.
-    void loadPreview(const char* path);
+    // Shows path's picture as the preview on a fresh, white board image. A picture too large
+    // to hold is named in a message, nothing changes and the result is false.
+    bool loadPreview(const char* path);
 
     int hiMetricWidth;
     int hiMetricHeight;
@@ -39,7 +47,8 @@ public:
     HWND ownerWindow;
 
 private:
-    void render(HDC dc, int w, int h);
+    bool render(HDC dc, int w, int h);
+    bool createSurface(HDC& dc, HBITMAP& bitmap, int w, int h);
 };
 
 // The path of the picture loadPreview last loaded.

@@ -157,7 +157,7 @@ void repaintRestored(Puzzle& puzzle)
         InvalidateRect(tray->window, nullptr, FALSE);
     }
     // Also removes what restoring drew on the board for pieces that then went into trays.
-    puzzle.repaintRect(RECT{0, 0, appState.screenWidth, appState.screenHeight}, 0, nullptr);
+    puzzle.repaintRect(RECT{0, 0, appState.boardImageWidth, appState.boardImageHeight}, 0, nullptr);
     RedrawWindow(appState.mainWindow, &appState.boardRect, nullptr, RDW_INVALIDATE);
 }
 

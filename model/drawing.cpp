@@ -83,7 +83,7 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
     if (!made)
         return;
     HDC target = boardDC;
-    int targetWidth = boardWidth, targetHeight = boardHeight;
+    int targetWidth = boardImageWidth, targetHeight = boardImageHeight;
     if (trayId != 0) {
         if (!(currentTray && currentTray->id == trayId) && !findTray(trayId, true))
             return;
@@ -144,7 +144,7 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
     }
 
     // Dragging restores what lay under the item from this copy of the window's image.
-    BitBlt(compositionDC, 0, 0, boardWidth, boardHeight, target, 0, 0, SRCCOPY);
+    BitBlt(compositionDC, 0, 0, targetWidth, targetHeight, target, 0, 0, SRCCOPY);
 
     if (window) {
         InvalidateRect(window, &rect, FALSE);
@@ -220,8 +220,7 @@ void Puzzle::applyOutlineOptions(bool outline, bool setOutline)
         pieces[p].drawOutline = outline;
         pieces[p].drawSetOutline = setOutline;
     }
-    repaintRect(RECT{boardLeft, boardTop, boardLeft + boardWidth, boardTop + boardHeight}, 0,
-                mainWindow);
+    repaintRect(RECT{boardLeft, boardTop, boardImageWidth, boardImageHeight}, 0, mainWindow);
     for (Tray* tray = firstTray; tray; tray = tray->next) {
         RECT client;
         GetClientRect(tray->window, &client);

@@ -42,23 +42,21 @@ POINT Puzzle::randomPosition(int w, int h)
     return POINT{previewX + previewWidth + FallbackGap, previewY + previewHeight + FallbackGap};
 }
 
-void Puzzle::generate()
+bool Puzzle::generate()
 {
-    generate(static_cast<unsigned>(std::time(nullptr)));
+    return generate(static_cast<unsigned>(std::time(nullptr)));
 }
 
-void Puzzle::generate(unsigned seed)
+bool Puzzle::generate(unsigned seed)
 {
     if (pieceCount == 0 || rows == 0 || columns == 0)
-        return;
+        return true;
     seedRandom(seed);
-    pieces = new Piece[pieceCount];
-    zOrder = new int[pieceCount];
     made = true;
-    buildPieces();
+    return buildPieces();
 }
 
-void Puzzle::buildPieces()
+bool Puzzle::buildPieces()
 {
     // The first extraCols columns and extraRows rows are one pixel larger, so that the
     // cells cover the puzzle exactly.
@@ -107,6 +105,8 @@ void Puzzle::buildPieces()
 
             piece.shapes = &shapes;
             piece.buildShape(originX, originY);
+            if (!piece.region)
+                return false;
             piece.assignWindow(mainWindow, boardDC, 0);
             piece.sourceDC = pictureDC;
             piece.drawOutline = drawOutline;
@@ -119,4 +119,5 @@ void Puzzle::buildPieces()
         }
         cellY += cellH;
     }
+    return true;
 }

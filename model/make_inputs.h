@@ -16,9 +16,10 @@ struct MakeInputs {
     HWND mainWindow;
     HINSTANCE instance;
     int boardLeft, boardTop;
-    int originX, originY;         // the puzzle area's top-left
-    int areaWidth, areaHeight;    // the puzzle area's largest size
-    HWND hScrollBar, vScrollBar;  // the puzzle area's scroll bar controls
+    int boardImageWidth, boardImageHeight;  // zero: the client area's size
+    int originX, originY;                   // the puzzle area's top-left
+    int areaWidth, areaHeight;              // the puzzle area's largest size
+    HWND hScrollBar, vScrollBar;            // the puzzle area's scroll bar controls
     HDC boardDC, backgroundDC, windowDC;
 
     Picture* picture;  // size, preview and the picture image, rendered at puzzle size by Make

@@ -4,9 +4,6 @@
 #include "model/gdi_objects.h"
 #include "model/piece.h"
 #include "model/shape_cache.h"
-#include "app/app_state.h"
-#include "files/message.h"
-#include "resources/resource.h"
 
 namespace {
 
@@ -129,9 +126,6 @@ void Piece::buildShape(int originX, int originY)
         region = buildOutline(key);
         ownsRegion = region != nullptr;
     }
-    if (!region)
-        showMessage(appState.instance, appState.mainWindow, IDS_LOW_RESOURCES, IDS_SYSTEM_ERROR,
-                    MB_OK);
 
     // The bounding box grows by the depth of every tab.
     const int depth = 2 * knobSize;

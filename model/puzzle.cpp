@@ -1,22 +1,26 @@
 #include "model/puzzle.h"
 
+#include <algorithm>
 #include <cstring>
+#include <memory>
+#include <new>
 
 #include "app/controls.h"
 #include "files/picture.h"
 #include "model/masked_drawing.h"
+#include "model/memory_budget.h"
 #include "model/memory_dc.h"
 #include "play/piece_group.h"
 #include "play/tray.h"
 
 Puzzle::Puzzle()
     : compositionBitmap(nullptr), dragMaskBitmap(nullptr), dragImageBitmap(nullptr), pieceCount(0),
-      columns(0), rows(0), width(0), height(0), boardWidth(0), boardHeight(0), boardLeft(0),
-      boardTop(0), originX(0), originY(0), naturalWidth(0), naturalHeight(0), visibleWidth(0),
-      visibleHeight(0), scrollX(0), scrollY(0), previewX(0), previewY(0), previewWidth(0),
-      previewHeight(0), zOrder(nullptr), shapeMode(Rectangular), dragLastX(0), dragLastY(0),
-      grabOffsetX(0), grabOffsetY(0), groupCount(0), lastGroupId(0), trayCount(0),
-      lastTrayId(0), puzzlePath{}, picturePath{}, made(false), drawOutline(false),
+      columns(0), rows(0), width(0), height(0), boardWidth(0), boardHeight(0), boardImageWidth(0),
+      boardImageHeight(0), boardLeft(0), boardTop(0), originX(0), originY(0), naturalWidth(0),
+      naturalHeight(0), visibleWidth(0), visibleHeight(0), scrollX(0), scrollY(0), previewX(0),
+      previewY(0), previewWidth(0), previewHeight(0), zOrder(nullptr), shapeMode(Rectangular),
+      dragLastX(0), dragLastY(0), grabOffsetX(0), grabOffsetY(0), groupCount(0), lastGroupId(0),
+      trayCount(0), lastTrayId(0), puzzlePath{}, picturePath{}, made(false), drawOutline(false),
       patternShown(false), drawSetOutline(false), mainWindow(nullptr), instance(nullptr),
       pictureDC(nullptr), boardDC(nullptr), compositionDC(nullptr), backgroundDC(nullptr),
       previewDC(nullptr), dragMaskDC(nullptr), dragImageDC(nullptr), windowDC(nullptr),
@@ -49,8 +53,22 @@ int fitScrollBar(HWND bar, int puzzleSize, int areaSize, int barThickness)
 
 }  // namespace
 
-void Puzzle::makePuzzle(const MakeInputs& in)
+MakeResult Puzzle::makePuzzle(const MakeInputs& in)
 {
+    RECT client{};
+    GetClientRect(in.mainWindow, &client);
+
+    // Everything that can fail is had before the puzzle on hand is given up.
+    const int count = in.columns * in.rows;
+    const int imageWidth = std::max<int>(in.boardImageWidth, client.right);
+    const int imageHeight = std::max<int>(in.boardImageHeight, client.bottom);
+    if (!processCanHold(makeFootprint(in.width, in.height, count, imageWidth, imageHeight)))
+        return MakeResult::TooLarge;
+    std::unique_ptr<Piece[]> newPieces(count > 0 ? new (std::nothrow) Piece[count] : nullptr);
+    std::unique_ptr<int[]> newOrder(count > 0 ? new (std::nothrow) int[count] : nullptr);
+    if ((count > 0 && (!newPieces || !newOrder)) || !in.picture->renderAtSize(in.width, in.height))
+        return MakeResult::TooLarge;
+
     if (made)
         clear();
 
@@ -61,12 +79,9 @@ void Puzzle::makePuzzle(const MakeInputs& in)
         puzzlePath[0] = '\0';
     }
 
-    RECT client{};
-    GetClientRect(in.mainWindow, &client);
-
     columns = in.columns;
     rows = in.rows;
-    pieceCount = columns * rows;
+    pieceCount = count;
     naturalWidth = in.picture->naturalWidth;
     naturalHeight = in.picture->naturalHeight;
     previewX = in.picture->previewX;
@@ -78,10 +93,10 @@ void Puzzle::makePuzzle(const MakeInputs& in)
     width = in.width;
     height = in.height;
 
-    in.picture->renderAtSize(width, height);
-
     boardWidth = client.right;
     boardHeight = client.bottom;
+    boardImageWidth = imageWidth;
+    boardImageHeight = imageHeight;
     boardLeft = in.boardLeft;
     boardTop = in.boardTop;
 
@@ -90,12 +105,11 @@ void Puzzle::makePuzzle(const MakeInputs& in)
         fitScrollBar(in.vScrollBar, height, in.areaHeight, GetSystemMetrics(SM_CYHSCROLL));
 
     // The white background with the frame of the puzzle area (default pen and brush).
-    BitBlt(in.backgroundDC, 0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN),
-           nullptr, 0, 0, WHITENESS);
+    BitBlt(in.backgroundDC, 0, 0, boardImageWidth, boardImageHeight, nullptr, 0, 0, WHITENESS);
     Rectangle(in.backgroundDC, originX, originY, originX + visibleWidth, originY + visibleHeight);
 
-    const int boardW = client.right - boardLeft;
-    const int boardH = client.bottom - boardTop;
+    const int boardW = boardImageWidth - boardLeft;
+    const int boardH = boardImageHeight - boardTop;
     BitBlt(in.boardDC, boardLeft, boardTop, boardW, boardH, in.backgroundDC, boardLeft, boardTop,
            SRCCOPY);
     BitBlt(in.boardDC, previewX, previewY, previewWidth, previewHeight, in.picture->previewDC, 0, 0,
@@ -114,18 +128,21 @@ void Puzzle::makePuzzle(const MakeInputs& in)
     drawOutline = in.drawOutline;
     drawSetOutline = in.drawSetOutline;
 
-    if (in.seed)
-        generate(*in.seed);
-    else
-        generate();
+    pieces = newPieces.release();
+    zOrder = newOrder.release();
+    const bool cut = in.seed ? generate(*in.seed) : generate();
+    // Outlines the platform could not make leave no puzzle rather than pieces without one.
+    if (!cut)
+        clear();
 
-    RECT board{boardLeft, boardTop, client.right, client.bottom};
+    RECT board{boardLeft, boardTop, boardImageWidth, boardImageHeight};
     RedrawWindow(mainWindow, &board, nullptr, RDW_INVALIDATE);
+    return cut ? MakeResult::Made : MakeResult::LowResources;
 }
 
 void Puzzle::clear()
 {
-    if (pieceCount == 0 || !made)
+    if (!made)
         return;
     delete[] pieces;
     pieces = nullptr;
@@ -141,7 +158,7 @@ void Puzzle::clear()
     made = false;
     scrollX = 0;
     scrollY = 0;
-    BitBlt(boardDC, 0, 0, boardWidth, boardHeight, nullptr, 0, 0, WHITENESS);
+    BitBlt(boardDC, 0, 0, boardImageWidth, boardImageHeight, nullptr, 0, 0, WHITENESS);
 }
 
 void Puzzle::deleteGroups()

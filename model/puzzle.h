@@ -11,6 +11,12 @@
 class PieceGroup;
 class Tray;
 
+enum class MakeResult {
+    Made,
+    TooLarge,      // refused: the puzzle on hand stays
+    LowResources,  // the platform failed while cutting: no puzzle is left
+};
+
 class Puzzle {
 public:
     Puzzle();
@@ -19,9 +25,10 @@ public:
     Puzzle& operator=(const Puzzle&) = delete;
 
     // ---- Make and lifetime
-    void makePuzzle(const MakeInputs& inputs);
-    void generate();               // seeds the random generator from the clock
-    void generate(unsigned seed);  // the same with a given seed
+    MakeResult makePuzzle(const MakeInputs& inputs);
+    // Cuts the allocated pieces; false when an outline could not be made.
+    bool generate();               // seeds the random generator from the clock
+    bool generate(unsigned seed);  // the same with a given seed
     void clear();
     void deleteGroups();
     void deleteTrays();
@@ -84,6 +91,9 @@ public:
     // ---- Piece commands
     void shufflePieces();
     void showHiddenPieces();
+    // Moves every free piece and group of the main window that lies wholly outside view
+    // (window coordinates) to the nearest place inside it.
+    void bringIntoView(const RECT& view);
 
     // ---- Fields
     HBITMAP compositionBitmap;
@@ -96,6 +106,10 @@ public:
     int height;
     int boardWidth;   // right edge of the main window's client area at Make time
     int boardHeight;  // bottom edge of it
+    // The board image: as large as the window's client area can ever be, so that any size
+    // of the window shows a board that is drawn and kept.
+    int boardImageWidth;
+    int boardImageHeight;
     int boardLeft;
     int boardTop;  // one pixel below the toolbar
     int originX;   // top-left of the puzzle area, main-window client coordinates
@@ -148,7 +162,7 @@ public:
     ShapeCache shapes;
 
 private:
-    void buildPieces();
+    bool buildPieces();
     bool neighbourIsSet(int neighbour) const;
 };
 

@@ -1,5 +1,31 @@
-// Commands that rearrange the pieces: shuffling the loose ones and bringing hidden ones up.
+// Commands that rearrange the pieces: shuffling the loose ones, bringing hidden ones up, and
+// bringing back into view those a smaller window left outside it.
+#include <algorithm>
+
 #include "model/puzzle.h"
+#include "play/piece_group.h"
+
+namespace {
+
+// How far box must move to lie inside view (its top-left inside when it is the larger).
+POINT shiftInto(const RECT& box, const RECT& view)
+{
+    auto shift = [](LONG low, LONG high, LONG viewLow, LONG viewHigh) -> LONG {
+        if (high > viewHigh)
+            return std::max(viewHigh - high, viewLow - low);
+        return low < viewLow ? viewLow - low : 0;
+    };
+    return POINT{shift(box.left, box.right, view.left, view.right),
+                 shift(box.top, box.bottom, view.top, view.bottom)};
+}
+
+bool meets(const RECT& a, const RECT& b)
+{
+    RECT common;
+    return IntersectRect(&common, &a, &b) != FALSE;
+}
+
+}  // namespace
 
 void Puzzle::shufflePieces()
 {
@@ -14,8 +40,7 @@ void Puzzle::shufflePieces()
         const POINT place = randomPosition(piece.width, piece.height);
         piece.moveTo(place.x, place.y, true);
     }
-    repaintRect(RECT{boardLeft, boardTop, boardLeft + boardWidth, boardTop + boardHeight}, 0,
-                mainWindow);
+    repaintRect(RECT{boardLeft, boardTop, boardImageWidth, boardImageHeight}, 0, mainWindow);
 }
 
 void Puzzle::showHiddenPieces()
@@ -28,4 +53,38 @@ void Puzzle::showHiddenPieces()
             sendToBottom(p);
     }
     repaintRect(getPuzzleArea(false), 0, mainWindow);
+}
+
+void Puzzle::bringIntoView(const RECT& view)
+{
+    if (!made || IsRectEmpty(&view))
+        return;
+    bool moved = false;
+    for (int p = 0; p < pieceCount; ++p) {
+        Piece& piece = pieces[p];
+        if (piece.isSet || piece.trayId != 0 || !piece.isVisible)
+            continue;
+        if (!piece.isGrouped) {
+            const RECT box = piece.getBounds(true, false, false);
+            if (meets(box, view))
+                continue;
+            const POINT d = shiftInto(box, view);
+            piece.moveTo(piece.x + d.x, piece.y + d.y, false);
+            moved = true;
+            continue;
+        }
+        // A group moves whole, once: its first member moves it.
+        if (!findGroup(piece.groupId, false) || foundGroup->members.head->value != p ||
+            meets(foundGroup->bounds, view))
+            continue;
+        PieceGroup& group = *foundGroup;
+        const POINT d = shiftInto(group.bounds, view);
+        for (IndexNode* node = group.members.head; node; node = node->next)
+            pieces[node->value].moveTo(pieces[node->value].x + d.x, pieces[node->value].y + d.y,
+                                       false);
+        group.setPosition(group.x + d.x, group.y + d.y);
+        moved = true;
+    }
+    if (moved)
+        repaintRect(RECT{0, 0, boardImageWidth, boardImageHeight}, 0, mainWindow);
 }

@@ -28,6 +28,8 @@
 #define IDS_PICTURE_UNREADABLE    60
 #define IDS_NO_MAIN_WINDOW        61
 #define IDS_PIECES_TOO_SMALL      62
+#define IDS_PUZZLE_TOO_LARGE      63
+#define IDS_PICTURE_TOO_LARGE     64
 #define IDS_CANCEL                1016
 #define IDS_VERSION               1025
 #define IDS_ABOUT_TITLE           1026

@@ -1,0 +1,29 @@
+#include "model/memory_budget.h"
+
+#include <windows.h>
+
+#include "model/piece.h"
+
+std::uint64_t bitmapBytes(int w, int h)
+{
+    constexpr std::uint64_t BytesPerPixel = 4;
+    return static_cast<std::uint64_t>(w > 0 ? w : 0) * static_cast<std::uint64_t>(h > 0 ? h : 0) *
+           BytesPerPixel;
+}
+
+std::uint64_t makeFootprint(int width, int height, int pieceCount, int boardWidth, int boardHeight)
+{
+    const std::uint64_t perPiece = sizeof(Piece) + sizeof(int);  // the record and its z place
+    const std::uint64_t pieces = static_cast<std::uint64_t>(pieceCount > 0 ? pieceCount : 0);
+    return bitmapBytes(width, height) + pieces * perPiece + bitmapBytes(boardWidth, boardHeight);
+}
+
+bool processCanHold(std::uint64_t bytes)
+{
+    MEMORYSTATUSEX status{};
+    status.dwLength = sizeof status;
+    if (!GlobalMemoryStatusEx(&status))
+        return true;  // nothing known: the allocations themselves are checked
+    // Half the free addresses: the largest single block is usually far below their sum.
+    return bytes <= status.ullAvailVirtual / 2 && bytes <= status.ullAvailPageFile;
+}
