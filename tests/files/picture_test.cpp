@@ -6,6 +6,7 @@
 
 #include "app/app_state.h"
 #include "files/picture.h"
+#include "model/memory_budget.h"
 #include "model/memory_dc.h"
 #include "model/puzzle.h"
 #include "tests/support/test_board.h"
@@ -98,6 +99,31 @@ TEST(Picture, AFileThatIsNoPictureKeepsTheImagesOfTheLastOne)
     again.loadPicture("Z:\\no\\such\\file.bmp");
     EXPECT_NE(nullptr, again.picture);
     EXPECT_EQ(67, again.previewWidth);
+}
+
+TEST(Picture, APuzzleTooLargeToHoldIsRefusedAndTheOneOnHandStays)
+{
+    TestBoard board;
+    Puzzle puzzle;
+    MakeInputs in = board.inputs(300, 200, 3, 2, Knobbed, 1);
+    prepare(board.picture, board.window);
+    ASSERT_EQ(PictureLoaded, board.picture.loadPicture(picturePath("300x200", "jpg").c_str()));
+    ASSERT_EQ(MakeResult::Made, puzzle.makePuzzle(in));
+    const HDC image = board.picture.pictureDC;
+
+    in.width = in.height = 40000;  // 6.4 GB in one bitmap
+    EXPECT_EQ(MakeResult::TooLarge, puzzle.makePuzzle(in));
+    EXPECT_TRUE(puzzle.made);
+    EXPECT_EQ(6, puzzle.pieceCount);
+    EXPECT_EQ(300, puzzle.width);
+    EXPECT_EQ(image, board.picture.pictureDC);
+    EXPECT_FALSE(isWhite(image, 150, 100));
+    EXPECT_FALSE(processCanHold(std::uint64_t(1) << 62));
+
+    in.width = 600;
+    in.height = 400;
+    EXPECT_EQ(MakeResult::Made, puzzle.makePuzzle(in));
+    EXPECT_FALSE(isWhite(board.picture.pictureDC, 599, 399));
 }
 
 TEST(Picture, BlankWhitensAndRenderingShowsThePictureAgain)

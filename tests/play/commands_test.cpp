@@ -146,6 +146,42 @@ TEST_F(Commands, PatternAndSoundRelabelTheirItems)
     appState.soundOn = false;
 }
 
+TEST_F(Commands, ShrinkingTheWindowBringsLooseItemsBackAndGrowingShowsADrawnBoard)
+{
+    session::makePuzzle(400, 300, 4, 3, 31, Rectangular);
+    placeCell(0, 600, 450);
+    play::carryCellTo(1, 700, 450);  // 0 and 1 grouped
+    placeCell(2, 850, 600);
+    placeCell(3, 60, 200);
+    const POINT kept{thePuzzle.pieces[3].x, thePuzzle.pieces[3].y};
+
+    HWND window = session::mainWindow();
+    RECT full;
+    GetWindowRect(window, &full);
+    SetWindowPos(window, nullptr, 0, 0, 520, 420, SWP_NOZORDER | SWP_NOMOVE | SWP_NOACTIVATE);
+    RECT client;
+    GetClientRect(window, &client);
+    const RECT view{0, appState.paintOriginY, client.right, client.bottom};
+    for (int p = 0; p < thePuzzle.pieceCount; ++p) {
+        const Piece& piece = thePuzzle.pieces[p];
+        RECT box = piece.getBounds(true, false, false), shown;
+        if (!piece.isSet)
+            EXPECT_TRUE(IntersectRect(&shown, &box, &view)) << "piece " << p;
+    }
+    EXPECT_EQ(100, thePuzzle.pieces[1].x - thePuzzle.pieces[0].x);  // the group moved whole
+    EXPECT_EQ(kept.x, thePuzzle.pieces[3].x);                      // a piece in view stays
+    EXPECT_EQ(kept.y, thePuzzle.pieces[3].y);
+
+    // Back to full size, a piece dropped at the far right is drawn and kept.
+    SetWindowPos(window, nullptr, 0, 0, full.right - full.left, full.bottom - full.top,
+                 SWP_NOZORDER | SWP_NOMOVE | SWP_NOACTIVATE);
+    play::carryCellTo(2, appState.boardImageWidth - 120, 500);
+    EXPECT_TRUE(play::boardImage() == play::freshBoardImage());
+    int p = -1;
+    EXPECT_TRUE(thePuzzle.pieceAt(window, appState.boardImageWidth - 70, 550, p));
+    EXPECT_EQ(2, p);
+}
+
 TEST_F(Commands, MakingAndClearingFiftyTimesLeaksNoGdiObject)
 {
     session::makePuzzle(600, 400, 12, 8);
