@@ -248,6 +248,42 @@ class Game:
         self.answer_size_dialog(columns, rows)
 
 
+    def geometry(self):
+        """(x, y, width, height) of the main window, frame included."""
+        out = xdotool("getwindowgeometry", self.window)
+        x, y = map(int, re.search(r"Position: (-?\d+),(-?\d+)", out).groups())
+        w, h = map(int, re.search(r"Geometry: (\d+)x(\d+)", out).groups())
+        return x, y, w, h
+
+    def restore(self):
+        self.key("alt+space", "r", pause=1.0)
+
+    def maximise(self):
+        self.key("alt+space", "x", pause=1.0)
+
+    def resize_by(self, dx, dy, steps=8):
+        """Drags the restored window's bottom-right corner by (dx, dy), as a hand does."""
+        x, y, w, h = self.geometry()
+        cx, cy = x + w - 2, y + h - 2
+        xdotool("mousemove", cx, cy)
+        time.sleep(0.2)
+        xdotool("mousedown", "1")
+        time.sleep(0.2)
+        for i in range(1, steps + 1):
+            xdotool("mousemove", cx + dx * i // steps, cy + dy * i // steps)
+            time.sleep(0.05)
+        xdotool("mouseup", "1")
+        time.sleep(0.8)
+
+    def pid(self):
+        """The process id of the program itself (not of Wine's loader)."""
+        for pid in subprocess.run(["pgrep", "-f", "ToviraPuzzle"], capture_output=True,
+                                  text=True).stdout.split():
+            with open(f"/proc/{pid}/comm") as comm:
+                if comm.read().startswith("ToviraPuzzle"):
+                    return int(pid)
+        raise AssertionError("the program's process is not running")
+
     def exit_by_menu(self, timeout=30):
         self.menu("p", "x")
         return self.process.wait(timeout)
