@@ -22,7 +22,6 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int showCommand)
         return ExitNoWindow;
     }
     ShowWindow(window, showCommand);
-    GiveRestoredSize(window);
     UpdateWindow(window);
 
     // No accelerators and no dialog routing for the toolbar: the keyboard reaches the

@@ -15,7 +15,6 @@
 namespace {
 
 constexpr COLORREF TipColour = RGB(255, 255, 226);
-constexpr int RestoredShare = 80;  // per cent of the work area a restored window covers
 
 // The paint handler only copies the board image; nothing is drawn here.
 void OnPaint(HWND window)
@@ -128,23 +127,6 @@ bool RegisterWindowClasses(HINSTANCE instance)
     tray.lpszMenuName = nullptr;
     tray.lpszClassName = TrayClassName;
     return RegisterClassA(&tray) != 0;
-}
-
-void GiveRestoredSize(HWND window)
-{
-    RECT work{};
-    SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
-    const int w = (work.right - work.left) * RestoredShare / 100;
-    const int h = (work.bottom - work.top) * RestoredShare / 100;
-    WINDOWPLACEMENT placement{};
-    placement.length = sizeof placement;
-    if (!GetWindowPlacement(window, &placement))
-        return;
-    placement.rcNormalPosition.left = (work.right - work.left - w) / 2;
-    placement.rcNormalPosition.top = (work.bottom - work.top - h) / 2;
-    placement.rcNormalPosition.right = placement.rcNormalPosition.left + w;
-    placement.rcNormalPosition.bottom = placement.rcNormalPosition.top + h;
-    SetWindowPlacement(window, &placement);
 }
 
 HWND CreateMainWindow(HINSTANCE instance)

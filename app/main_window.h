@@ -9,8 +9,6 @@ constexpr const char* ProgramName = "ToviraPuzzle";
 bool RegisterWindowClasses(HINSTANCE instance);
 // Creates the maximised main window; its creation runs the start-up sequence.
 HWND CreateMainWindow(HINSTANCE instance);
-// Restore gives a window smaller than the screen, centred, instead of one of the same size.
-void GiveRestoredSize(HWND window);
 
 LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
