@@ -255,25 +255,19 @@ class Game:
         w, h = map(int, re.search(r"Geometry: (\d+)x(\d+)", out).groups())
         return x, y, w, h
 
-    def restore(self):
-        self.key("alt+space", "r", pause=1.0)
-
     def maximise(self):
         self.key("alt+space", "x", pause=1.0)
 
-    def resize_by(self, dx, dy, steps=8):
-        """Drags the restored window's bottom-right corner by (dx, dy), as a hand does."""
-        x, y, w, h = self.geometry()
-        cx, cy = x + w - 2, y + h - 2
-        xdotool("mousemove", cx, cy)
-        time.sleep(0.2)
-        xdotool("mousedown", "1")
-        time.sleep(0.2)
-        for i in range(1, steps + 1):
-            xdotool("mousemove", cx + dx * i // steps, cy + dy * i // steps)
-            time.sleep(0.05)
-        xdotool("mouseup", "1")
-        time.sleep(0.8)
+    def resize_by(self, dx, dy):
+        """Sizes the window from its right and bottom edges with the system menu's Size and
+        the arrow keys, in steps of 8 pixels: the first arrow picks the edge."""
+        for pick, less, more, change in (("Right", "Left", "Right", dx), ("Down", "Up", "Down", dy)):
+            if change // 8 == 0:
+                continue
+            self.key("alt+space", "s", pause=0.5)
+            self.key(pick, pause=0.3)
+            self.key(*([less if change < 0 else more] * (abs(change) // 8)), pause=0.04)
+            self.key("Return", pause=0.8)
 
     def pid(self):
         """The process id of the program itself (not of Wine's loader)."""

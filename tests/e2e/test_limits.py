@@ -54,17 +54,16 @@ try:
     game.menu("p", "m")
     time.sleep(1.0)
 
-    # A smaller window brings the pieces lying outside it back in; maximised again, the
+    # A smaller window brings the pieces lying outside it back in; grown again, the
     # whole board is drawn and a piece dropped at its far right stays there.
-    game.restore()
-    game.resize_by(-330, -220)
+    game.resize_by(-336, -224)
     x, y, w, h = game.geometry()
     shrunk = Screen(os.path.join(shots, "limits-shrunk.png"))
     for p in range(6):
         found = shrunk.largest_component(COLOURS[p], region=(x, y, x + w, y + h),
                                          exclude=PREVIEW)
         assert found and found[1] > 300, f"piece {p} is not in the shrunk window: {found}"
-    game.maximise()
+    game.resize_by(336, 224)
     carry(game, 0, 880, 560)
     grown = Screen(os.path.join(shots, "limits-grown.png"))
     assert near(body(grown, 0)[0], (880, 560)), body(grown, 0)
