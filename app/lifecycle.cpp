@@ -30,12 +30,27 @@ constexpr int TitleSize = 100;
 constexpr const char* HelpFileEnglish = "ToviraPuzzle.hlp";
 constexpr const char* HelpFileSpanish = "ToviraPuzzleEs.hlp";
 
+// folder\name into out (MAX_PATH). A folder too long for it is tried by its short name;
+// when even that is too long, out is left empty rather than holding a cut path.
+bool joinPath(const char* folder, const char* name, char* out)
+{
+    std::string path = std::string(folder) + "\\" + name;
+    if (path.size() >= MAX_PATH) {
+        char shortFolder[MAX_PATH] = {};
+        const DWORD length = GetShortPathNameA(folder, shortFolder, sizeof shortFolder);
+        if (length > 0 && length < sizeof shortFolder)
+            path = std::string(shortFolder) + "\\" + name;
+    }
+    const bool fits = path.size() < MAX_PATH;
+    lstrcpynA(out, fits ? path.c_str() : "", MAX_PATH);
+    return fits;
+}
+
 void makeWorkingFolder(char* folder, const char* name)
 {
-    const std::string path = std::string(appState.startFolder) + "\\" + name;
-    lstrcpynA(folder, path.c_str(), MAX_PATH);
-    if (!fileExists(folder))
-        CreateDirectoryA(folder, nullptr);  // a failure only costs the default folder
+    // A failure only costs the default folder.
+    if (joinPath(appState.startFolder, name, folder) && !fileExists(folder))
+        CreateDirectoryA(folder, nullptr);
 }
 
 void createToolbar(HWND window)
@@ -101,11 +116,7 @@ void chooseLanguage(HWND window)
     }
     const bool spanish = appState.language == 1;
     appState.languageOffset = spanish ? SpanishOffset : 0;
-    // A start folder too long for the name leaves no help file rather than a cut one.
-    const std::string path =
-        std::string(appState.startFolder) + "\\" + (spanish ? HelpFileSpanish : HelpFileEnglish);
-    lstrcpynA(appState.helpFile, path.size() < sizeof appState.helpFile ? path.c_str() : "",
-              sizeof appState.helpFile);
+    joinPath(appState.startFolder, spanish ? HelpFileSpanish : HelpFileEnglish, appState.helpFile);
 }
 
 // Each option is set to its opposite and toggled, which also sets the check mark.

@@ -9,8 +9,7 @@
 constexpr std::uint64_t MaxBitmapBytes = 0x7FFFFFFF;
 
 // The picture image at puzzle size, the piece records and the board-sized scratch surface.
-std::uint64_t makeFootprint(int width, int height, int pieceCount, int boardWidth,
-                            int boardHeight);
+std::uint64_t makeFootprint(int width, int height, int pieceCount, int boardWidth, int boardHeight);
 
 // A bitmap of w x h pixels at the screen's 32 bits per pixel.
 std::uint64_t bitmapBytes(int w, int h);

@@ -169,7 +169,7 @@ TEST_F(Commands, ShrinkingTheWindowBringsLooseItemsBackAndGrowingShowsADrawnBoar
             EXPECT_TRUE(IntersectRect(&shown, &box, &view)) << "piece " << p;
     }
     EXPECT_EQ(100, thePuzzle.pieces[1].x - thePuzzle.pieces[0].x);  // the group moved whole
-    EXPECT_EQ(kept.x, thePuzzle.pieces[3].x);                      // a piece in view stays
+    EXPECT_EQ(kept.x, thePuzzle.pieces[3].x);                       // a piece in view stays
     EXPECT_EQ(kept.y, thePuzzle.pieces[3].y);
 
     // Back to full size, a piece dropped at the far right is drawn and kept.
