@@ -7,6 +7,7 @@
 
 #include "app/controls.h"
 #include "files/picture.h"
+#include "model/gdi_objects.h"
 #include "model/masked_drawing.h"
 #include "model/memory_budget.h"
 #include "model/memory_dc.h"
@@ -159,6 +160,10 @@ void Puzzle::clear()
     scrollX = 0;
     scrollY = 0;
     BitBlt(boardDC, 0, 0, boardImageWidth, boardImageHeight, nullptr, 0, 0, WHITENESS);
+    // For a debugger, or a long test run watching for leaks: what is left between puzzles.
+    char level[64];
+    wsprintfA(level, "ToviraPuzzle: %ld GDI objects after clearing\n", gdi::liveObjects());
+    OutputDebugStringA(level);
 }
 
 void Puzzle::deleteGroups()

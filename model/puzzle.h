@@ -94,6 +94,8 @@ public:
     // Moves every free piece and group of the main window that lies wholly outside view
     // (window coordinates) to the nearest place inside it.
     void bringIntoView(const RECT& view);
+    // boardWidth and boardHeight become the client area's size now, unless it is empty.
+    void followWindowSize();
 
     // ---- Fields
     HBITMAP compositionBitmap;
@@ -104,8 +106,8 @@ public:
     int rows;
     int width;  // puzzle size in pixels: the size the picture is rendered at
     int height;
-    int boardWidth;   // right edge of the main window's client area at Make time
-    int boardHeight;  // bottom edge of it
+    int boardWidth;   // right edge of the main window's client area at Make time, and at
+    int boardHeight;  // the last shuffle or new tray: where pieces are scattered
     // The board image: as large as the window's client area can ever be, so that any size
     // of the window shows a board that is drawn and kept.
     int boardImageWidth;

@@ -32,7 +32,8 @@ void Puzzle::shufflePieces()
     if (!made)
         return;
     // Set pieces, group members and pieces in trays keep their places. The generator goes
-    // on from where generation left it.
+    // on from where generation left it, over the board the window shows now.
+    followWindowSize();
     for (int p = 0; p < pieceCount; ++p) {
         Piece& piece = pieces[p];
         if (piece.isSet || piece.trayId != 0 || piece.isGrouped)
@@ -53,6 +54,16 @@ void Puzzle::showHiddenPieces()
             sendToBottom(p);
     }
     repaintRect(getPuzzleArea(false), 0, mainWindow);
+}
+
+void Puzzle::followWindowSize()
+{
+    RECT client{};
+    if (GetClientRect(mainWindow, &client) && client.right > boardLeft &&
+        client.bottom > boardTop) {
+        boardWidth = client.right;
+        boardHeight = client.bottom;
+    }
 }
 
 void Puzzle::bringIntoView(const RECT& view)

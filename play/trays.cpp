@@ -117,6 +117,7 @@ int Puzzle::addTray(int id, HWND* window)
     currentTray = tray;
     ++trayCount;
     // Every new tray fills the column under the preview, down to the bottom of the board.
+    followWindowSize();
     tray->createWindow(previewX, previewY + previewHeight, previewWidth,
                        boardHeight - previewY - previewHeight, mainWindow, instance);
     if (window)
