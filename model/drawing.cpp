@@ -152,7 +152,7 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
     }
 }
 
-void Puzzle::prepareDragImage(int p, int mouseX, int mouseY)
+bool Puzzle::prepareDragImage(int p, int mouseX, int mouseY)
 {
     const Piece& piece = pieces[p];
     int w = piece.width, h = piece.height;
@@ -163,7 +163,7 @@ void Puzzle::prepareDragImage(int p, int mouseX, int mouseY)
         grabOffsetY = mouseY - piece.y;
     } else {
         if (!findGroup(piece.groupId, true))
-            return;
+            return false;
         const PieceGroup& group = *currentGroup;
         grabOffsetX = mouseX - group.x;
         grabOffsetY = mouseY - group.y;
@@ -175,10 +175,16 @@ void Puzzle::prepareDragImage(int p, int mouseX, int mouseY)
     }
     createMemoryDC(dragImageDC, pictureDC, dragImageBitmap, w, h, true);
     createMemoryDC(dragMaskDC, pictureDC, dragMaskBitmap, w, h, true);
+    if (!dragImageBitmap || !dragMaskBitmap) {
+        deleteMemoryDC(dragImageDC, dragImageBitmap);
+        deleteMemoryDC(dragMaskDC, dragMaskBitmap);
+        return false;
+    }
     fillMaskedPair(dragImageDC, dragMaskDC, w, h, outline, pictureDC, pictureX, pictureY);
     if (drawOutline)
         frameOutline(dragImageDC, outline);
     moveItem(p, mouseX, mouseY, true, true, false, false);
+    return true;
 }
 
 void drawDragImage(const RECT& rect, int posX, int posY, int w, int h, HDC maskDC, HDC imageDC,

@@ -54,7 +54,8 @@ public:
     // of rect still to be painted with the background (empty when none is).
     RECT occlusionPass(const RECT& rect, int trayId, std::vector<int>& list) const;
     void drawGroup(const RECT& clip, int p);
-    void prepareDragImage(int p, int mouseX, int mouseY);
+    // False, with nothing picked up, when the images of the item cannot be made.
+    bool prepareDragImage(int p, int mouseX, int mouseY);
     void refreshPattern(bool toggle);
     void applyOutlineOptions(bool outline, bool setOutline);
 

@@ -5,6 +5,7 @@
 
 #include "app/app_state.h"
 #include "app/tooltip.h"
+#include "files/message.h"
 #include "model/masked_drawing.h"
 #include "model/memory_dc.h"
 #include "model/puzzle.h"
@@ -255,8 +256,12 @@ void handleClick(HWND window, LPARAM point)
         int piece = -1;
         if (!puzzle.made || !puzzle.pieceAt(window, px, py, piece))
             return;
+        if (!puzzle.prepareDragImage(piece, px, py)) {
+            showMessage(appState.instance, appState.mainWindow, IDS_LOW_RESOURCES, IDS_SYSTEM_ERROR,
+                        MB_OK);
+            return;
+        }
         dragState.draggedPiece = piece;
-        puzzle.prepareDragImage(piece, px, py);
         dragState.dragging = true;
         playSound(IDW_CLICK);
         SetCursor(appState.crossCursor);

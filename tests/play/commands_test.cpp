@@ -165,8 +165,9 @@ TEST_F(Commands, ShrinkingTheWindowBringsLooseItemsBackAndGrowingShowsADrawnBoar
     for (int p = 0; p < thePuzzle.pieceCount; ++p) {
         const Piece& piece = thePuzzle.pieces[p];
         RECT box = piece.getBounds(true, false, false), shown;
-        if (!piece.isSet)
+        if (!piece.isSet) {
             EXPECT_TRUE(IntersectRect(&shown, &box, &view)) << "piece " << p;
+        }
     }
     EXPECT_EQ(100, thePuzzle.pieces[1].x - thePuzzle.pieces[0].x);  // the group moved whole
     EXPECT_EQ(kept.x, thePuzzle.pieces[3].x);                       // a piece in view stays
