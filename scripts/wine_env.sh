@@ -47,12 +47,13 @@ silence_sound() {
 }
 
 XVFB_PID=""
-# Starts Xvfb on a free display number and exports DISPLAY.
+# Starts Xvfb on a free display number (of TOVIRA_SCREEN, default 1024x768x24) and exports
+# DISPLAY.
 start_xvfb() {
   local n
   for n in $(seq 77 140); do
     [ -e "/tmp/.X11-unix/X$n" ] || [ -e "/tmp/.X$n-lock" ] && continue
-    Xvfb ":$n" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 </dev/null &
+    Xvfb ":$n" -screen 0 "${TOVIRA_SCREEN:-1024x768x24}" -nolisten tcp >/dev/null 2>&1 </dev/null &
     XVFB_PID=$!
     export DISPLAY=":$n"
     local i
