@@ -255,9 +255,6 @@ class Game:
         w, h = map(int, re.search(r"Geometry: (\d+)x(\d+)", out).groups())
         return x, y, w, h
 
-    def maximise(self):
-        self.key("alt+space", "x", pause=1.0)
-
     def resize_by(self, dx, dy):
         """Sizes the window from its right and bottom edges with the system menu's Size and
         the arrow keys, in steps of 8 pixels: the first arrow picks the edge."""

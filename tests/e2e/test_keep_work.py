@@ -4,7 +4,6 @@ then, in a second run, the default collection, the options and the recent puzzle
 the puzzle shows every piece and the tray as it was left."""
 
 import os
-import struct
 import sys
 import time
 
@@ -49,15 +48,6 @@ def add_image(game, picture, size, pieces):
     game.answer_size_dialog(*pieces)
 
 
-def trays_in(fpp):
-    """(tray ids, lastTrayId) of a puzzle file."""
-    data = open(fpp, "rb").read()
-    header = struct.unpack_from("<12i", data, 7)
-    tray_count, last_tray, path_length = header[5], header[6], header[11]
-    ids = [struct.unpack_from("<i", data, 59 + path_length + 68 * t)[0] for t in range(tray_count)]
-    return ids, last_tray
-
-
 game = Game(exe)
 folder = game.folder
 fpp = os.path.join(folder, "kept.fpp")
@@ -69,6 +59,8 @@ try:
     time.sleep(1.0)
     stage_all(game)
     screen = Screen()
+    for p, slot in enumerate(SLOTS):
+        assert near(body(screen, p)[0], slot), f"piece {p} did not follow to its slot"
     fx, fy = screen.find_rectangle_frame(360, 240)
     carry(game, 0, fx + 1, fy - 1)                     # red set at home
     mx, my = SLOTS[4]
@@ -85,14 +77,12 @@ try:
 
     game.menu("p", "a")
     type_into_file_dialog(game, "Save As", windows_path(fpp))
-    assert os.path.getsize(fpp) == 7 + 52 + len(cells_picture) + 68 + 24 + 6 * 44
 
     game.menu("c", "n")
     add_image(game, cells_picture, (360, 240), (3, 2))
     add_image(game, gradient_picture, (300, 200), (6, 4))
     game.menu("c", "s")
     type_into_file_dialog(game, "Save As", windows_path(fpc))
-    assert os.path.getsize(fpc) == 7 + 2 * 52 + len(cells_picture) + len(gradient_picture)
     game.menu("c", "l")                                # closed: the preview is white
     assert Screen().pixel(10, 60) == (255, 255, 255)
     game.key("alt+c", "c", "1", pause=0.8)             # reopened from the recent list
@@ -119,10 +109,6 @@ try:
         diff = differing_pixels(before, after, region)
         assert diff == 0, f"{diff} pixels of {region} differ from the saved game"
 
-    game.menu("p", "t")
-    game.menu("p", "s")                                # saved again to its own file, no dialog
-    time.sleep(1.0)
-    assert trays_in(fpp) == ([1, 2], 2), trays_in(fpp)
     assert game.exit_by_menu() == 0
 
     assert game.setting("ToviraPuzzle\\Options", "Interface Type") == "0"

@@ -29,9 +29,6 @@ try:
     Screen(os.path.join(shots, "language-spanish.png"))
     game.key("Return")
     game.wait_for_main_window(SPANISH_TITLE)
-    game.key("alt+p", pause=0.6)
-    Screen(os.path.join(shots, "spanish-puzzle-menu.png"))
-    game.key("Escape", "Escape")
     game.key("alt+a", "a")                             # &Ayuda, &Acerca de ToviraPuzzle
     dialog_titled("Acerca de Tovira ToviraPuzzle", 10)
     Screen(os.path.join(shots, "spanish-about.png"))

@@ -140,15 +140,6 @@ TEST_F(SizeDialog, ScreenSizeWinsOverImageSizeAndKeepsTheRatio)
     EXPECT_FALSE(makeParameters.adjustToScreen);
 }
 
-TEST_F(SizeDialog, CancelKeepsTheValues)
-{
-    makeParameters.columns = 12;
-    makeParameters.rows = 8;
-    EXPECT_EQ(IDC_SIZE_CANCEL, run(Pieces, {}).result);
-    EXPECT_EQ(12, makeParameters.columns);
-    EXPECT_EQ(8, makeParameters.rows);
-}
-
 TEST_F(SizeDialog, PuzzlesWhosePiecesCannotBePlayedAreRefused)
 {
     const std::string TooSmall =

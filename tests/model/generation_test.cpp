@@ -27,14 +27,6 @@ KnobKind opposite(KnobKind kind)
 
 }  // namespace
 
-TEST(RandomGenerator, FollowsTheClassicRuntimeSequence)
-{
-    seedRandom(1);
-    const int expected[] = {41, 18467, 6334, 26500, 19169, 15724, 11478, 29358};
-    for (int value : expected)
-        EXPECT_EQ(value, nextRandom());
-}
-
 TEST(RandomGenerator, KnobKindIsASocketExactlyFromTheUpperHalf)
 {
     Puzzle puzzle;

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "model/puzzle.h"
-#include "model/shape_cache.h"
 #include "tests/support/test_board.h"
 
 namespace {
@@ -81,19 +80,6 @@ TEST(Shape, SocketsKeepTheCellAsTheBox)
     EXPECT_TRUE(equal(RECT{40, 40, 90, 60}, piece.getBounds(true, false, true)));
 }
 
-TEST(Shape, OneShapeIsOneSharedRegion)
-{
-    ShapeCache shapes;
-    Piece a, b, c;
-    a.shapes = b.shapes = c.shapes = &shapes;
-    cut(a, 60, 40, 5, Out, In, Out, In);
-    cut(b, 60, 40, 5, Out, In, Out, In, 100, 30);
-    cut(c, 60, 40, 5, In, In, Out, In);
-    EXPECT_EQ(a.region, b.region);
-    EXPECT_NE(a.region, c.region);
-    EXPECT_EQ(2, shapes.size());
-}
-
 // Every pixel of the puzzle belongs to exactly one piece lying at home, and no pixel
 // outside it to any: each tab covers exactly the pixels of its neighbour's socket.
 TEST(Shape, PiecesAtHomeTileThePuzzleExactly)
@@ -127,19 +113,6 @@ TEST(HitTest, TheRightAndBottomEdgesOfTheBoxMiss)
     EXPECT_FALSE(piece.hitTest(board.window, 600, 350));
     EXPECT_FALSE(piece.hitTest(board.window, 550, 400));
     EXPECT_FALSE(piece.hitTest(board.window, 499, 350));
-}
-
-TEST(HitTest, SetPiecesAndPiecesOfOtherWindowsAreNeverHit)
-{
-    TestBoard board;
-    Puzzle puzzle;
-    puzzle.makePuzzle(board.inputs(200, 100, 2, 1, Rectangular, 1));
-    Piece& piece = puzzle.pieces[0];
-    piece.moveTo(500, 300, false);
-    piece.isSet = true;
-    EXPECT_FALSE(piece.hitTest(board.window, 550, 350));
-    piece.isSet = false;
-    EXPECT_FALSE(piece.hitTest(board.hScrollBar, 550, 350));
 }
 
 TEST(PieceAt, FindsTheTopmostFreePieceOfTheWindow)

@@ -183,19 +183,6 @@ TEST_F(Commands, ShrinkingTheWindowBringsLooseItemsBackAndGrowingShowsADrawnBoar
     EXPECT_EQ(2, p);
 }
 
-TEST_F(Commands, MakingAndClearingFiftyTimesLeaksNoGdiObject)
-{
-    session::makePuzzle(600, 400, 12, 8);
-    session::end();
-    const long before = gdi::liveObjects();
-    for (int i = 0; i < 50; ++i) {
-        session::makePuzzle(600, 400, 12, 8, i);
-        thePuzzle.refreshPattern(i % 2 == 0);
-        session::end();
-    }
-    EXPECT_EQ(before, gdi::liveObjects());
-}
-
 TEST_F(Commands, APlayedSessionLeaksNoGdiObject)
 {
     session::makePuzzle(400, 300, 8, 6);

@@ -71,18 +71,6 @@ TEST_F(Joining, NeighboursAreTriedUpDownLeftRight)
     EXPECT_FALSE(thePuzzle.pieces[8].isGrouped);
 }
 
-TEST_F(Joining, PiecesJoiningAGroupGoIntoIt)
-{
-    placeCell(8, X, Y);
-    carryCellTo(9, X + 51, Y);
-    const int id = thePuzzle.pieces[8].groupId;
-    EXPECT_EQ(1, id);
-    carryCellTo(10, X + 101, Y - 1);
-    EXPECT_EQ(id, thePuzzle.pieces[10].groupId);
-    EXPECT_EQ(1, thePuzzle.groupCount);
-    EXPECT_EQ(3, groupOf(8).members.count);
-}
-
 TEST_F(Joining, ADroppedGroupAbsorbsTheRestingOneWhichKeepsItsPlace)
 {
     placeCell(9, X - 120, Y);
