@@ -2,6 +2,7 @@
 // images used while dragging, and the pattern of piece outlines in the puzzle area.
 #include <vector>
 
+#include "model/coverage_mask.h"
 #include "model/gdi_objects.h"
 #include "model/masked_drawing.h"
 #include "model/memory_dc.h"
@@ -28,24 +29,16 @@ void Puzzle::drawGroup(const RECT& clip, int p)
     if (!findGroup(pieces[p].groupId, false))
         return;
     const PieceGroup& group = *foundGroup;
-    HDC image = scratchSurface(ScratchImage, group.width, group.height);
-    HDC mask = scratchSurface(ScratchMask, group.width, group.height);
-    if (!image || !mask)
-        return;
-    fillMaskedPair(image, mask, group.width, group.height, group.region, pictureDC, group.sourceX,
-                   group.sourceY);
-    if (drawOutline)
-        frameOutline(image, group.region);
-    blitMasked(pieces[p].targetDC, clip.left, clip.top, clip.right - clip.left,
-               clip.bottom - clip.top, mask, image, clip.left - group.x, clip.top - group.y);
+    drawThroughOutline(pieces[p].targetDC, clip, group.region, group.x, group.y, pictureDC,
+                       group.sourceX, group.sourceY, drawOutline);
 }
 
 RECT Puzzle::occlusionPass(const RECT& rect, int trayId, std::vector<int>& list) const
 {
     const RECT visible = getPuzzleArea(true);
-    RECT remaining = rect;
+    CoverageMask hidden(rect.left, rect.top, rect.right, rect.bottom);
     list.clear();
-    for (int z = pieceCount - 1; z >= 0; --z) {
+    for (int z = pieceCount - 1; z >= 0 && !hidden.full(); --z) {
         const int p = zOrder[z];
         const Piece& piece = pieces[p];
         if (!piece.isVisible || piece.trayId != trayId)
@@ -63,19 +56,14 @@ RECT Puzzle::occlusionPass(const RECT& rect, int trayId, std::vector<int>& list)
                 SetRectEmpty(&core);
         }
         RECT meets;
-        if (!intersect(meets, bounds, remaining))
+        if (!intersect(meets, bounds, rect) ||
+            hidden.covered(meets.left, meets.top, meets.right, meets.bottom))
             continue;
         list.push_back(p);
-        // SubtractRect takes the core away only where what is left is still one rectangle.
-        RECT covered, rest;
-        if (intersect(covered, core, remaining)) {
-            SubtractRect(&rest, &remaining, &covered);
-            remaining = rest;
-        }
-        if (IsRectEmpty(&remaining))
-            break;
+        // Inside its core a piece is opaque whatever its knobs.
+        hidden.cover(core.left, core.top, core.right, core.bottom);
     }
-    return remaining;
+    return hidden.full() ? RECT{0, 0, 0, 0} : rect;
 }
 
 void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
@@ -91,7 +79,13 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
         targetWidth = currentTray->viewWidth;
         targetHeight = currentTray->viewHeight;
     }
-    createMemoryDC(compositionDC, pictureDC, compositionBitmap, targetWidth, targetHeight, true);
+    // The scratch surface is kept while the window it mirrors keeps its size.
+    if (!compositionDC || compositionWidth != targetWidth || compositionHeight != targetHeight) {
+        createMemoryDC(compositionDC, pictureDC, compositionBitmap, targetWidth, targetHeight,
+                       true);
+        compositionWidth = compositionBitmap ? targetWidth : 0;
+        compositionHeight = compositionBitmap ? targetHeight : 0;
+    }
 
     const RECT visible = getPuzzleArea(true);
 

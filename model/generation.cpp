@@ -114,7 +114,7 @@ bool Puzzle::buildPieces()
 
             cellX += cellW;
             const POINT place = randomPosition(cellW, cellH);
-            piece.moveTo(place.x, place.y, true);
+            piece.moveTo(place.x, place.y, false);
             zOrder[p] = p;
         }
         cellY += cellH;

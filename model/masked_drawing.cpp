@@ -32,6 +32,22 @@ void fillMaskedPair(HDC image, HDC mask, int w, int h, HRGN outline, HDC source,
     BitBlt(image, 0, 0, w, h, source, sourceX, sourceY, SRCAND);
 }
 
+void drawThroughOutline(HDC dest, const RECT& clip, HRGN outline, int x, int y, HDC source,
+                        int sourceX, int sourceY, bool framed)
+{
+    if (!outline || IsRectEmpty(&clip))
+        return;
+    OffsetRgn(outline, x, y);
+    SelectClipRgn(dest, outline);  // a copy: the outline goes back at once
+    IntersectClipRect(dest, clip.left, clip.top, clip.right, clip.bottom);
+    BitBlt(dest, clip.left, clip.top, clip.right - clip.left, clip.bottom - clip.top, source,
+           sourceX + clip.left - x, sourceY + clip.top - y, SRCCOPY);
+    if (framed)
+        frameOutline(dest, outline);
+    OffsetRgn(outline, -x, -y);
+    SelectClipRgn(dest, nullptr);
+}
+
 void frameOutline(HDC dc, HRGN outline)
 {
     if (outline)

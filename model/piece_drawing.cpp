@@ -17,55 +17,41 @@ Frame frameOf(const Piece& piece)
     return piece.drawOutline ? Frame::Partial : Frame::None;
 }
 
-void restoreStrip(HDC image, HDC unframed, int left, int top, int right, int bottom)
-{
-    BitBlt(image, left, top, right - left, bottom - top, unframed, left, top, SRCCOPY);
-}
-
 }  // namespace
 
 void Piece::draw(const RECT& clip, int offsetX, int offsetY, bool upSet, bool downSet, bool leftSet,
                  bool rightSet)
 {
-    const int w = width, h = height, k2 = 2 * knobSize;
-    HDC image = scratchSurface(ScratchImage, w, h);
-    HDC mask = scratchSurface(ScratchMask, w, h);
-    if (!image || !mask)
+    RECT target = clip;
+    OffsetRect(&target, -offsetX, -offsetY);
+    const int left = x - offsetX, top = y - offsetY;
+    const Frame frame = frameOf(*this);
+    drawThroughOutline(targetDC, target, region, left, top, sourceDC, sourceX, sourceY,
+                       frame != Frame::None);
+    if (frame != Frame::Partial)
         return;
-    fillMaskedPair(image, mask, w, h, region, sourceDC, sourceX, sourceY);
 
-    switch (frameOf(*this)) {
-    case Frame::None:
-        break;
-    case Frame::Whole:
-        frameOutline(image, region);
-        break;
-    case Frame::Partial: {
-        HDC unframed = scratchSurface(ScratchSpare, w, h);
-        if (!unframed)
-            break;
-        BitBlt(unframed, 0, 0, w, h, image, 0, 0, SRCCOPY);
-        frameOutline(image, region);
-        // Along each side with a set neighbour the frame is taken out again, knob zone and
-        // all; it survives at the strip's ends where the crossing side keeps its frame.
-        const int notUp = upSet ? 0 : 1, notDown = downSet ? 0 : 1;
-        const int notLeft = leftSet ? 0 : 1, notRight = rightSet ? 0 : 1;
-        const int x0 = notLeft + (knobLeft == Out ? k2 : 0);
-        const int x1 = (knobRight == Out ? w - k2 : w) - notRight;
-        const int y0 = notUp + (knobTop == Out ? k2 : 0);
-        const int y1 = (knobBottom == Out ? h - k2 : h) - notDown;
-        if (upSet)
-            restoreStrip(image, unframed, x0, 0, x1, knobTop == Flat ? 1 : k2 + 1);
-        if (downSet)
-            restoreStrip(image, unframed, x0, h - 1 - (knobBottom != Flat ? k2 : 0), x1, h);
-        if (leftSet)
-            restoreStrip(image, unframed, 0, y0, knobLeft == Flat ? 1 : k2 + 1, y1);
-        if (rightSet)
-            restoreStrip(image, unframed, w - 1 - (knobRight != Flat ? k2 : 0), y0, w, y1);
-        break;
-    }
-    }
-
-    blitMasked(targetDC, clip.left - offsetX, clip.top - offsetY, clip.right - clip.left,
-               clip.bottom - clip.top, mask, image, clip.left - x, clip.top - y);
+    // Along each side with a set neighbour the frame is taken out again, knob zone and all;
+    // it survives at the strip's ends where the crossing side keeps its frame.
+    const int w = width, h = height, k2 = 2 * knobSize;
+    const int notUp = upSet ? 0 : 1, notDown = downSet ? 0 : 1;
+    const int notLeft = leftSet ? 0 : 1, notRight = rightSet ? 0 : 1;
+    const int x0 = notLeft + (knobLeft == Out ? k2 : 0);
+    const int x1 = (knobRight == Out ? w - k2 : w) - notRight;
+    const int y0 = notUp + (knobTop == Out ? k2 : 0);
+    const int y1 = (knobBottom == Out ? h - k2 : h) - notDown;
+    auto unframe = [&](int l, int t, int r, int b) {
+        RECT strip{left + l, top + t, left + r, top + b};
+        if (IntersectRect(&strip, &strip, &target))
+            drawThroughOutline(targetDC, strip, region, left, top, sourceDC, sourceX, sourceY,
+                               false);
+    };
+    if (upSet)
+        unframe(x0, 0, x1, knobTop == Flat ? 1 : k2 + 1);
+    if (downSet)
+        unframe(x0, h - 1 - (knobBottom != Flat ? k2 : 0), x1, h);
+    if (leftSet)
+        unframe(0, y0, knobLeft == Flat ? 1 : k2 + 1, y1);
+    if (rightSet)
+        unframe(w - 1 - (knobRight != Flat ? k2 : 0), y0, w, y1);
 }

@@ -15,13 +15,14 @@
 #include "play/tray.h"
 
 Puzzle::Puzzle()
-    : compositionBitmap(nullptr), dragMaskBitmap(nullptr), dragImageBitmap(nullptr), pieceCount(0),
-      columns(0), rows(0), width(0), height(0), boardWidth(0), boardHeight(0), boardImageWidth(0),
-      boardImageHeight(0), boardLeft(0), boardTop(0), originX(0), originY(0), naturalWidth(0),
-      naturalHeight(0), visibleWidth(0), visibleHeight(0), scrollX(0), scrollY(0), previewX(0),
-      previewY(0), previewWidth(0), previewHeight(0), zOrder(nullptr), shapeMode(Rectangular),
-      dragLastX(0), dragLastY(0), grabOffsetX(0), grabOffsetY(0), groupCount(0), lastGroupId(0),
-      trayCount(0), lastTrayId(0), puzzlePath{}, picturePath{}, made(false), drawOutline(false),
+    : compositionBitmap(nullptr), compositionWidth(0), compositionHeight(0),
+      dragMaskBitmap(nullptr), dragImageBitmap(nullptr), pieceCount(0), columns(0), rows(0),
+      width(0), height(0), boardWidth(0), boardHeight(0), boardImageWidth(0), boardImageHeight(0),
+      boardLeft(0), boardTop(0), originX(0), originY(0), naturalWidth(0), naturalHeight(0),
+      visibleWidth(0), visibleHeight(0), scrollX(0), scrollY(0), previewX(0), previewY(0),
+      previewWidth(0), previewHeight(0), zOrder(nullptr), shapeMode(Rectangular), dragLastX(0),
+      dragLastY(0), grabOffsetX(0), grabOffsetY(0), groupCount(0), lastGroupId(0), trayCount(0),
+      lastTrayId(0), puzzlePath{}, picturePath{}, made(false), drawOutline(false),
       patternShown(false), drawSetOutline(false), mainWindow(nullptr), instance(nullptr),
       pictureDC(nullptr), boardDC(nullptr), compositionDC(nullptr), backgroundDC(nullptr),
       previewDC(nullptr), dragMaskDC(nullptr), dragImageDC(nullptr), windowDC(nullptr),
@@ -133,10 +134,12 @@ MakeResult Puzzle::makePuzzle(const MakeInputs& in)
     zOrder = newOrder.release();
     const bool cut = in.seed ? generate(*in.seed) : generate();
     // Outlines the platform could not make leave no puzzle rather than pieces without one.
+    RECT board{boardLeft, boardTop, boardImageWidth, boardImageHeight};
     if (!cut)
         clear();
+    else
+        repaintRect(board, 0, nullptr);  // pieces hidden under others are never drawn
 
-    RECT board{boardLeft, boardTop, boardImageWidth, boardImageHeight};
     RedrawWindow(mainWindow, &board, nullptr, RDW_INVALIDATE);
     return cut ? MakeResult::Made : MakeResult::LowResources;
 }
@@ -153,6 +156,7 @@ void Puzzle::clear()
     deleteTrays();
     shapes.clear();
     deleteMemoryDC(compositionDC, compositionBitmap);
+    compositionWidth = compositionHeight = 0;
     deleteMemoryDC(dragImageDC, dragImageBitmap);
     deleteMemoryDC(dragMaskDC, dragMaskBitmap);
     releaseScratchSurfaces();

@@ -100,6 +100,7 @@ public:
 
     // ---- Fields
     HBITMAP compositionBitmap;
+    int compositionWidth, compositionHeight;
     HBITMAP dragMaskBitmap;
     HBITMAP dragImageBitmap;
     int pieceCount;

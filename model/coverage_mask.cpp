@@ -1,0 +1,69 @@
+#include "model/coverage_mask.h"
+
+#include <algorithm>
+
+namespace {
+
+// The bits [from, to) of one 64-bit word.
+std::uint64_t span(int from, int to)
+{
+    const std::uint64_t high = to >= 64 ? ~std::uint64_t(0) : (std::uint64_t(1) << to) - 1;
+    return high & ~((std::uint64_t(1) << from) - 1);
+}
+
+int popcount(std::uint64_t v)
+{
+    return __builtin_popcountll(v);
+}
+
+}  // namespace
+
+CoverageMask::CoverageMask(int left, int top, int right, int bottom)
+    : originX(left), originY(top), width(std::max(0, right - left)),
+      height(std::max(0, bottom - top)), wordsPerRow((width + 63) / 64),
+      uncovered(static_cast<long long>(width) * height),
+      bits(static_cast<size_t>(wordsPerRow) * static_cast<size_t>(height), 0)
+{
+}
+
+bool CoverageMask::clip(int& left, int& top, int& right, int& bottom) const
+{
+    left = std::max(left - originX, 0);
+    top = std::max(top - originY, 0);
+    right = std::min(right - originX, width);
+    bottom = std::min(bottom - originY, height);
+    return left < right && top < bottom;
+}
+
+bool CoverageMask::covered(int left, int top, int right, int bottom) const
+{
+    if (!clip(left, top, right, bottom))
+        return true;
+    const int first = left >> 6, last = (right - 1) >> 6;
+    for (int y = top; y < bottom; ++y) {
+        const std::uint64_t* row = &bits[static_cast<size_t>(y) * wordsPerRow];
+        for (int w = first; w <= last; ++w) {
+            const std::uint64_t want =
+                span(w == first ? left & 63 : 0, w == last ? ((right - 1) & 63) + 1 : 64);
+            if ((row[w] & want) != want)
+                return false;
+        }
+    }
+    return true;
+}
+
+void CoverageMask::cover(int left, int top, int right, int bottom)
+{
+    if (!clip(left, top, right, bottom))
+        return;
+    const int first = left >> 6, last = (right - 1) >> 6;
+    for (int y = top; y < bottom; ++y) {
+        std::uint64_t* row = &bits[static_cast<size_t>(y) * wordsPerRow];
+        for (int w = first; w <= last; ++w) {
+            const std::uint64_t add =
+                span(w == first ? left & 63 : 0, w == last ? ((right - 1) & 63) + 1 : 64);
+            uncovered -= popcount(add & ~row[w]);
+            row[w] |= add;
+        }
+    }
+}
