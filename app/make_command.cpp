@@ -1,6 +1,7 @@
 #include "app/make_command.h"
 
 #include "app/app_state.h"
+#include "app/make_progress.h"
 #include "files/make_parameters.h"
 #include "files/message.h"
 #include "files/picture.h"
@@ -43,7 +44,11 @@ void makeCommand()
     if (!appState.boardDC)
         return;
     HCURSOR before = SetCursor(appState.waitCursor);
+    beginMakeProgress();
+    thePuzzle.makeProgress = reportMakeProgress;
     const MakeResult result = thePuzzle.makePuzzle(gatherMakeInputs());
+    thePuzzle.makeProgress = nullptr;
+    endMakeProgress();
     SetCursor(before);
     if (result != MakeResult::Made)
         showMessage(appState.instance, appState.mainWindow,

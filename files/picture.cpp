@@ -77,7 +77,7 @@ Picture::Picture()
     : hiMetricWidth(0), hiMetricHeight(0), picture(nullptr), pictureDC(nullptr), previewDC(nullptr),
       naturalWidth(0), naturalHeight(0), previewX(0), previewY(0), previewWidth(0),
       previewHeight(0), aspectRatio(1.0f), pictureBitmap(nullptr), previewBitmap(nullptr),
-      ownerWindow(nullptr)
+      ownerWindow(nullptr), renderedWidth(0), renderedHeight(0)
 {
 }
 
@@ -176,7 +176,9 @@ PictureLoad Picture::loadPicture(const char* path)
     pictureBitmap = newPictureBitmap;
     previewDC = newPreviewDC;
     previewBitmap = newPreviewBitmap;
-    render(pictureDC, naturalWidth, naturalHeight);
+    const bool rendered = render(pictureDC, naturalWidth, naturalHeight);
+    renderedWidth = rendered ? naturalWidth : 0;
+    renderedHeight = rendered ? naturalHeight : 0;
     render(previewDC, previewWidth, previewHeight);
     return readable ? PictureLoaded : PictureUnreadable;
 }
@@ -185,6 +187,8 @@ bool Picture::renderAtSize(int w, int h)
 {
     if (!picture)
         return true;  // nothing decoded: the image on hand is the picture
+    if (w == renderedWidth && h == renderedHeight)
+        return true;  // already rendered at that size: a large picture is rendered once
     HDC dc = nullptr;
     HBITMAP bitmap = nullptr;
     if (!createSurface(dc, bitmap, w, h) || !render(dc, w, h)) {
@@ -194,11 +198,14 @@ bool Picture::renderAtSize(int w, int h)
     deleteMemoryDC(pictureDC, pictureBitmap);
     pictureDC = dc;
     pictureBitmap = bitmap;
+    renderedWidth = w;
+    renderedHeight = h;
     return true;
 }
 
 void Picture::blank()
 {
+    renderedWidth = renderedHeight = 0;
     BitBlt(pictureDC, 0, 0, naturalWidth, naturalHeight, nullptr, 0, 0, WHITENESS);
     BitBlt(previewDC, 0, 0, previewWidth, previewHeight, nullptr, 0, 0, WHITENESS);
 }

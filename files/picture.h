@@ -48,6 +48,7 @@ public:
 
 private:
     bool render(HDC dc, int w, int h);
+    int renderedWidth, renderedHeight;  // what pictureDC holds; zero when not the picture
     bool createSurface(HDC& dc, HBITMAP& bitmap, int w, int h);
 };
 

@@ -118,6 +118,8 @@ bool Puzzle::buildPieces()
             zOrder[p] = p;
         }
         cellY += cellH;
+        if (makeProgress)
+            makeProgress(row + 1, rows);
     }
     return true;
 }

@@ -99,6 +99,8 @@ public:
     void followWindowSize();
 
     // ---- Fields
+    // Told after each row of pieces is cut, so that a long Make can show how far it is.
+    void (*makeProgress)(int done, int total) = nullptr;
     HBITMAP compositionBitmap;
     int compositionWidth, compositionHeight;
     HBITMAP dragMaskBitmap;

@@ -5,10 +5,13 @@
 #include <fstream>
 #include <functional>
 #include <string>
+#include <windows.h>
+#include <commctrl.h>
 
 #include "app/app_state.h"
 #include "app/commands.h"
 #include "app/history.h"
+#include "app/make_progress.h"
 #include "app/toolbar.h"
 #include "app/tooltip.h"
 #include "files/collection.h"
@@ -246,4 +249,19 @@ TEST_F(Shell, AFileThatIsNoPictureIsNamedAndChangesNothing)
         EXPECT_EQ(shown, loadedPicturePath);
     }
     DeleteFileA(path.c_str());
+}
+
+TEST_F(Shell, AMakeLongerThanHalfASecondShowsAProgressBarThatGoesAfterwards)
+{
+    HWND window = session::mainWindow();
+    auto bar = [&] { return FindWindowExA(window, nullptr, "msctls_progress32", nullptr); };
+    beginMakeProgress();
+    reportMakeProgress(1, 10);
+    EXPECT_EQ(nullptr, bar());  // quick Makes show nothing
+    Sleep(600);
+    reportMakeProgress(6, 10);
+    ASSERT_NE(nullptr, bar());
+    EXPECT_EQ(6, SendMessageA(bar(), PBM_GETPOS, 0, 0));
+    endMakeProgress();
+    EXPECT_EQ(nullptr, bar());
 }

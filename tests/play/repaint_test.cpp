@@ -20,11 +20,11 @@ bool isSet(const Puzzle& z, int p)
 // The background as the repaint paints it, then every piece of the window, lowest first.
 void plainRepaint(Puzzle& z, HDC target, const RECT& rect, int trayId)
 {
-    BitBlt(target, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, nullptr,
-           0, 0, WHITENESS);
+    BitBlt(target, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, nullptr, 0,
+           0, WHITENESS);
     if (trayId == 0) {
-        BitBlt(target, z.previewX, z.previewY, z.previewWidth, z.previewHeight, z.previewDC, 0,
-               0, SRCCOPY);
+        BitBlt(target, z.previewX, z.previewY, z.previewWidth, z.previewHeight, z.previewDC, 0, 0,
+               SRCCOPY);
         BitBlt(target, z.originX, z.originY, z.visibleWidth, z.visibleHeight, z.backgroundDC,
                z.originX, z.originY, SRCCOPY);
     }
@@ -96,8 +96,8 @@ TEST(Repaint, DrawsWhatEveryPieceBackToFrontDraws)
         expectSameAsPlain(z, z.boardDC, board, 0);
         for (int i = 0; i < 6; ++i) {
             const int left = below(900), top = z.boardTop + below(550);
-            expectSameAsPlain(z, z.boardDC, RECT{left, top, left + 20 + below(300),
-                                                 top + 20 + below(200)}, 0);
+            expectSameAsPlain(z, z.boardDC,
+                              RECT{left, top, left + 20 + below(300), top + 20 + below(200)}, 0);
         }
         z.findTray(tray, true);
         RECT client;
