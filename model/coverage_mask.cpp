@@ -52,6 +52,35 @@ bool CoverageMask::covered(int left, int top, int right, int bottom) const
     return true;
 }
 
+bool CoverageMask::uncoveredBox(int left, int top, int right, int bottom, int box[4]) const
+{
+    if (!clip(left, top, right, bottom))
+        return false;
+    const int first = left >> 6, last = (right - 1) >> 6;
+    int minX = width, maxX = -1, minY = -1, maxY = -1;
+    for (int y = top; y < bottom; ++y) {
+        const std::uint64_t* row = &bits[static_cast<size_t>(y) * wordsPerRow];
+        for (int w = first; w <= last; ++w) {
+            const std::uint64_t open =
+                ~row[w] & span(w == first ? left & 63 : 0, w == last ? ((right - 1) & 63) + 1 : 64);
+            if (!open)
+                continue;
+            minX = std::min(minX, w * 64 + __builtin_ctzll(open));
+            maxX = std::max(maxX, w * 64 + 63 - __builtin_clzll(open));
+            if (minY < 0)
+                minY = y;
+            maxY = y;
+        }
+    }
+    if (maxX < 0)
+        return false;
+    box[0] = originX + minX;
+    box[1] = originY + minY;
+    box[2] = originX + maxX + 1;
+    box[3] = originY + maxY + 1;
+    return true;
+}
+
 void CoverageMask::cover(int left, int top, int right, int bottom)
 {
     if (!clip(left, top, right, bottom))

@@ -13,6 +13,9 @@ public:
     // Whether every pixel of the given rectangle inside the mask's is covered (true for a
     // rectangle that misses it).
     bool covered(int left, int top, int right, int bottom) const;
+    // The smallest box holding every uncovered pixel of the given rectangle, in box (left,
+    // top, right, bottom); false, with box untouched, when all of it is covered.
+    bool uncoveredBox(int left, int top, int right, int bottom, int box[4]) const;
     void cover(int left, int top, int right, int bottom);
     bool full() const { return uncovered == 0; }
 

@@ -33,11 +33,14 @@ void Puzzle::drawGroup(const RECT& clip, int p)
                        group.sourceX, group.sourceY, drawOutline);
 }
 
-RECT Puzzle::occlusionPass(const RECT& rect, int trayId, std::vector<int>& list) const
+RECT Puzzle::occlusionPass(const RECT& rect, int trayId, std::vector<int>& list,
+                           std::vector<RECT>* parts) const
 {
     const RECT visible = getPuzzleArea(true);
     CoverageMask hidden(rect.left, rect.top, rect.right, rect.bottom);
     list.clear();
+    if (parts)
+        parts->clear();
     for (int z = pieceCount - 1; z >= 0 && !hidden.full(); --z) {
         const int p = zOrder[z];
         const Piece& piece = pieces[p];
@@ -56,10 +59,13 @@ RECT Puzzle::occlusionPass(const RECT& rect, int trayId, std::vector<int>& list)
                 SetRectEmpty(&core);
         }
         RECT meets;
+        int open[4];
         if (!intersect(meets, bounds, rect) ||
-            hidden.covered(meets.left, meets.top, meets.right, meets.bottom))
+            !hidden.uncoveredBox(meets.left, meets.top, meets.right, meets.bottom, open))
             continue;
         list.push_back(p);
+        if (parts)
+            parts->push_back(RECT{open[0], open[1], open[2], open[3]});
         // Inside its core a piece is opaque whatever its knobs.
         hidden.cover(core.left, core.top, core.right, core.bottom);
     }
@@ -90,7 +96,8 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
     const RECT visible = getPuzzleArea(true);
 
     std::vector<int> list;
-    const RECT remaining = occlusionPass(rect, trayId, list);
+    std::vector<RECT> parts;
+    const RECT remaining = occlusionPass(rect, trayId, list, &parts);
 
     if (!IsRectEmpty(&remaining)) {
         const int w = remaining.right - remaining.left;
@@ -111,13 +118,13 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
                remaining.top, SRCCOPY);
     }
 
-    // Lowest first, so that higher pieces cover lower ones; each wherever it meets rect.
-    for (auto it = list.rbegin(); it != list.rend(); ++it) {
-        Piece& piece = pieces[*it];
+    // Lowest first, so that higher pieces cover lower ones; each where it still shows.
+    for (size_t i = list.size(); i-- > 0;) {
+        Piece& piece = pieces[list[i]];
         if (!piece.isVisible || piece.trayId != trayId)
             continue;
         RECT bounds = piece.getBounds(true, false, false);
-        RECT clip = rect;
+        RECT clip = parts[i];
         int offsetX = 0, offsetY = 0;
         if (piece.isSet) {
             if (!intersect(bounds, bounds, visible))
@@ -129,8 +136,17 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
         RECT part;
         if (!intersect(part, bounds, clip))
             continue;
+        // Well inside the piece, clear of its outline and frame, the picture is copied as is.
+        RECT solid = piece.getBounds(true, false, true), inside;
+        InflateRect(&solid, -1, -1);
+        if (intersect(inside, part, solid) && EqualRect(&inside, &part)) {
+            BitBlt(piece.targetDC, part.left - offsetX, part.top - offsetY, part.right - part.left,
+                   part.bottom - part.top, pictureDC, piece.sourceX + part.left - piece.x,
+                   piece.sourceY + part.top - piece.y, SRCCOPY);
+            continue;
+        }
         if (piece.isGrouped)
-            drawGroup(part, *it);
+            drawGroup(part, list[i]);
         else
             piece.draw(part, offsetX, offsetY, neighbourIsSet(piece.neighbourUp),
                        neighbourIsSet(piece.neighbourDown), neighbourIsSet(piece.neighbourLeft),

@@ -52,7 +52,10 @@ public:
     // The first step of a repaint: lists, top first, the pieces of the window that meet rect
     // down to where the solid cores of higher pieces hide everything, and returns the part
     // of rect still to be painted with the background (empty when none is).
-    RECT occlusionPass(const RECT& rect, int trayId, std::vector<int>& list) const;
+    // With parts, also the box of what still shows of each listed piece: the rest of it is
+    // drawn over by pieces above.
+    RECT occlusionPass(const RECT& rect, int trayId, std::vector<int>& list,
+                       std::vector<RECT>* parts = nullptr) const;
     void drawGroup(const RECT& clip, int p);
     // False, with nothing picked up, when the images of the item cannot be made.
     bool prepareDragImage(int p, int mouseX, int mouseY);
