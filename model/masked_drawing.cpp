@@ -33,7 +33,7 @@ void fillMaskedPair(HDC image, HDC mask, int w, int h, HRGN outline, HDC source,
 }
 
 void drawThroughOutline(HDC dest, const RECT& clip, HRGN outline, int x, int y, HDC source,
-                        int sourceX, int sourceY, bool framed)
+                        int sourceX, int sourceY, bool framed, HRGN frame)
 {
     if (!outline || IsRectEmpty(&clip))
         return;
@@ -42,8 +42,13 @@ void drawThroughOutline(HDC dest, const RECT& clip, HRGN outline, int x, int y, 
     IntersectClipRect(dest, clip.left, clip.top, clip.right, clip.bottom);
     BitBlt(dest, clip.left, clip.top, clip.right - clip.left, clip.bottom - clip.top, source,
            sourceX + clip.left - x, sourceY + clip.top - y, SRCCOPY);
-    if (framed)
+    if (framed && frame) {
+        OffsetRgn(frame, x, y);
+        FillRgn(dest, frame, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+        OffsetRgn(frame, -x, -y);
+    } else if (framed) {
         frameOutline(dest, outline);
+    }
     OffsetRgn(outline, -x, -y);
     SelectClipRgn(dest, nullptr);
 }

@@ -46,8 +46,9 @@ public:
     void draw(const RECT& clip, int offsetX, int offsetY, bool upSet, bool downSet, bool leftSet,
               bool rightSet);
 
-    HRGN region;  // outline in piece-local coordinates
-    int x, y;     // bounding box top-left: window coordinates if free, puzzle coordinates if set
+    HRGN region;       // outline in piece-local coordinates
+    HRGN frameRegion;  // its frame, shared like it; null: worked out when drawn
+    int x, y;  // bounding box top-left: window coordinates if free, puzzle coordinates if set
     int width, height;
     int sourceX, sourceY;  // bounding box inside the rendered picture
     int homeX, homeY;      // correct place, puzzle coordinates

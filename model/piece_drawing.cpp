@@ -27,7 +27,7 @@ void Piece::draw(const RECT& clip, int offsetX, int offsetY, bool upSet, bool do
     const int left = x - offsetX, top = y - offsetY;
     const Frame frame = frameOf(*this);
     drawThroughOutline(targetDC, target, region, left, top, sourceDC, sourceX, sourceY,
-                       frame != Frame::None);
+                       frame != Frame::None, frameRegion);
     if (frame != Frame::Partial)
         return;
 

@@ -98,21 +98,52 @@ ShapeCache::~ShapeCache()
     clear();
 }
 
+HRGN buildFrame(HRGN outline)
+{
+    HRGN frame = gdi::createRectRgn(0, 0, 0, 0);
+    HRGN inner = gdi::createRectRgn(0, 0, 0, 0);
+    HRGN moved = gdi::createRectRgn(0, 0, 0, 0);
+    if (frame && inner && moved && outline) {
+        CombineRgn(inner, outline, nullptr, RGN_COPY);
+        const POINT shifts[] = {{-1, 0}, {1, 0}, {0, -1}, {0, 1}};
+        for (const POINT& shift : shifts) {
+            CombineRgn(moved, outline, nullptr, RGN_COPY);
+            OffsetRgn(moved, shift.x, shift.y);
+            CombineRgn(inner, inner, moved, RGN_AND);
+        }
+        CombineRgn(frame, outline, inner, RGN_DIFF);
+    } else {
+        gdi::deleteObject(frame);
+        frame = nullptr;
+    }
+    gdi::deleteObject(inner);
+    gdi::deleteObject(moved);
+    return frame;
+}
+
 HRGN ShapeCache::outline(const ShapeKey& key)
 {
     auto found = regions.find(key);
     if (found != regions.end())
-        return found->second;
+        return found->second.outline;
     HRGN region = buildOutline(key);
     if (region)
-        regions.emplace(key, region);
+        regions.emplace(key, Shape{region, buildFrame(region)});
     return region;
+}
+
+HRGN ShapeCache::frame(const ShapeKey& key)
+{
+    auto found = regions.find(key);
+    return found != regions.end() ? found->second.frame : nullptr;
 }
 
 void ShapeCache::clear()
 {
-    for (auto& entry : regions)
-        gdi::deleteObject(entry.second);
+    for (auto& entry : regions) {
+        gdi::deleteObject(entry.second.outline);
+        gdi::deleteObject(entry.second.frame);
+    }
     regions.clear();
 }
 
@@ -122,6 +153,7 @@ void Piece::buildShape(int originX, int originY)
     releaseRegion();
     if (shapes) {
         region = shapes->outline(key);
+        frameRegion = shapes->frame(key);
     } else {
         region = buildOutline(key);
         ownsRegion = region != nullptr;

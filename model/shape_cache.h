@@ -25,6 +25,10 @@ struct ShapeKey {
 // Builds a new outline region in bounding-box coordinates; the caller owns it.
 // Null when the platform cannot create the region.
 HRGN buildOutline(const ShapeKey& key);
+// The pixels a one-pixel frame of outline paints: the outline less what stays of it when
+// it is moved one pixel each way. Filled, it draws what FrameRgn draws, without working the
+// frame out again at every draw. The caller owns it; null when it cannot be made.
+HRGN buildFrame(HRGN outline);
 
 class ShapeCache {
 public:
@@ -35,9 +39,15 @@ public:
 
     // The shared outline for key, built on first request; null when it cannot be created.
     HRGN outline(const ShapeKey& key);
+    // The shared frame of that outline (built with it); null when it cannot be created.
+    HRGN frame(const ShapeKey& key);
     void clear();
     int size() const { return static_cast<int>(regions.size()); }
 
 private:
-    std::map<ShapeKey, HRGN> regions;
+    struct Shape {
+        HRGN outline;
+        HRGN frame;
+    };
+    std::map<ShapeKey, Shape> regions;
 };
