@@ -47,22 +47,24 @@ RECT Puzzle::occlusionPass(const RECT& rect, int trayId, std::vector<int>& list,
         if (!piece.isVisible || piece.trayId != trayId)
             continue;
         RECT bounds = piece.getBounds(true, false, false);
-        RECT core = piece.getBounds(true, false, true);
+        // A set piece hides nothing outside the visible puzzle area.
         if (piece.isSet) {
-            // A set piece hides nothing outside the visible puzzle area.
             if (!intersect(bounds, bounds, visible))
                 continue;
             OffsetRect(&bounds, -scrollX, -scrollY);
-            if (intersect(core, core, visible))
-                OffsetRect(&core, -scrollX, -scrollY);
-            else
-                SetRectEmpty(&core);
         }
         RECT meets;
         int open[4];
         if (!intersect(meets, bounds, rect) ||
             !hidden.uncoveredBox(meets.left, meets.top, meets.right, meets.bottom, open))
             continue;
+        RECT core = piece.getBounds(true, false, true);
+        if (piece.isSet) {
+            if (intersect(core, core, visible))
+                OffsetRect(&core, -scrollX, -scrollY);
+            else
+                SetRectEmpty(&core);
+        }
         list.push_back(p);
         if (parts)
             parts->push_back(RECT{open[0], open[1], open[2], open[3]});
