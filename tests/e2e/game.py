@@ -255,6 +255,19 @@ class Game:
         w, h = map(int, re.search(r"Geometry: (\d+)x(\d+)", out).groups())
         return x, y, w, h
 
+    def client(self):
+        """The client area in screen coordinates: the frame, caption and menu bar of this
+        Wine setup take 4 pixels left, 42 above, 4 right and 4 below."""
+        x, y, w, h = self.geometry()
+        return x + 4, y + 42, x + w - 4, y + h - 4
+
+    def save_as(self, path):
+        self.menu("p", "a")
+        self.dialog("Save As")
+        time.sleep(0.5)
+        self.type(windows_path(path))
+        self.key("Return", pause=1.0)
+
     def resize_by(self, dx, dy):
         """Sizes the window from its right and bottom edges with the system menu's Size and
         the arrow keys, in steps of 8 pixels: the first arrow picks the edge."""

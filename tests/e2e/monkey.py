@@ -9,7 +9,6 @@ level of the first one.
 import os
 import random
 import re
-import struct
 import sys
 import time
 
@@ -17,46 +16,13 @@ os.environ["WINEDEBUG"] = "+debugstr"  # the program reports its GDI level after
 
 from cells import COLOURS, PREVIEW  # noqa: E402
 from game import Game, Screen, windows_named, windows_path  # noqa: E402
+from saved_puzzle import out_of_reach, trays_in  # noqa: E402
 
 exe, shots, pictures = sys.argv[1:4]
 steps = int(sys.argv[4]) if len(sys.argv) > 4 else 30
 seed = int(sys.argv[5]) if len(sys.argv) > 5 else 1
-FRAME = (4, 42, 8, 46)  # client left and top inside the window, and the size the frame takes
 MESSAGES = "^(File error|Input error|System Error)$"
 rng = random.Random(seed)
-
-
-def pieces_in(fpp):
-    """(x, y, right, bottom, set, tray) of every piece, from a saved puzzle file."""
-    data = open(fpp, "rb").read()
-    header = struct.unpack_from("<12i", data, 7)
-    width, height, groups, trays, columns, rows, path = (header[2], header[3], header[4],
-                                                         header[5], header[8], header[9],
-                                                         header[11])
-    at = 59 + path + 68 * trays + 24 * groups
-    cell_w, cell_h = width // columns, height // rows
-    boxes = []
-    for _ in range(columns * rows):
-        x, y, _z, knob, top, bottom, right, left, _g, tray = struct.unpack_from("<10i", data, at)
-        is_set = data[at + 40]
-        depth = 2 * knob
-        w = cell_w + 1 + depth * ((left == 1) + (right == 1))
-        h = cell_h + 1 + depth * ((top == 1) + (bottom == 1))
-        boxes.append((x, y, x + w, y + h, is_set, tray))
-        at += 44
-    return boxes
-
-
-def trays_in(fpp):
-    """Screen rectangles of the trays' views."""
-    data = open(fpp, "rb").read()
-    header = struct.unpack_from("<12i", data, 7)
-    at, rects = 59 + header[11], []
-    for _ in range(header[5]):
-        _id, left, top, w, h = struct.unpack_from("<5i", data, at)
-        rects.append((left, top, left + w, top + h))
-        at += 68
-    return rects
 
 
 class Monkey:
@@ -64,11 +30,6 @@ class Monkey:
         self.game = Game(exe)
         self.fpp = os.path.join(self.game.folder, "monkey.fpp")
         self.levels = []
-
-    def client(self):
-        """The client area in screen coordinates."""
-        x, y, w, h = self.game.geometry()
-        return x + FRAME[0], y + FRAME[1], x + w - FRAME[2] + FRAME[0], y + h - FRAME[3] + FRAME[1]
 
     def save(self):
         self.game.menu("p", "s")
@@ -79,7 +40,7 @@ class Monkey:
         seen = Screen().largest_component(COLOURS[p], exclude=PREVIEW)
         if not seen or seen[1] < 400:
             return
-        left, top, right, bottom = self.client()
+        left, top, right, bottom = self.game.client()
         trays = trays_in(self.fpp)
         if into_tray and trays:
             t = rng.choice(trays)
@@ -127,13 +88,8 @@ class Monkey:
         assert self.game.process.poll() is None, f"step {n} ({action}): the program ended"
         assert not windows_named(MESSAGES), f"step {n} ({action}): a message came up"
         self.save()
-        left, top, right, bottom = self.client()
-        width, height = right - left, bottom - top
-        for p, (x0, y0, x1, y1, is_set, tray) in enumerate(pieces_in(self.fpp)):
-            if is_set or tray:
-                continue
-            assert x0 < width and y0 < height and x1 > 0 and y1 > 0, \
-                f"step {n} ({action}): piece {p} at {(x0, y0, x1, y1)} is outside {width}x{height}"
+        lost = out_of_reach(self.fpp, self.game)
+        assert not lost, f"step {n} ({action}): loose pieces out of reach: {lost}"
         with open(os.path.join(self.game.folder, "wine.log"), errors="replace") as log:
             self.levels = [int(m) for m in
                            re.findall(r"ToviraPuzzle: (\d+) GDI objects after clearing", log.read())]
@@ -144,11 +100,7 @@ class Monkey:
         self.game.open_image(windows_path(os.path.join(pictures, "cells.bmp")), 360, 240, 3, 2)
         self.game.menu("p", "m")
         time.sleep(1.0)
-        self.game.menu("p", "a")
-        self.game.dialog("Save As")
-        time.sleep(0.5)
-        self.game.type(windows_path(self.fpp))
-        self.game.key("Return", pause=1.0)
+        self.game.save_as(self.fpp)
         actions = {}
         for n in range(1, steps + 1):
             action = self.step()

@@ -9,8 +9,9 @@ import subprocess
 import sys
 import time
 
-from cells import COLOURS, PREVIEW, body, carry, near
+from cells import COLOURS, body, carry
 from game import Game, Screen, windows_path
+from saved_puzzle import out_of_reach
 
 exe, shots, pictures = sys.argv[1:4]
 BOARD = (0, 60, 1024, 740)  # below the toolbar, above the bottom of the screen
@@ -57,16 +58,15 @@ try:
     # A smaller window brings the pieces lying outside it back in; grown again, the
     # whole board is drawn and a piece dropped at its far right stays there.
     game.resize_by(-336, -224)
-    x, y, w, h = game.geometry()
-    shrunk = Screen(os.path.join(shots, "limits-shrunk.png"))
-    for p in range(6):
-        found = shrunk.largest_component(COLOURS[p], region=(x, y, x + w, y + h),
-                                         exclude=PREVIEW)
-        assert found and found[1] > 300, f"piece {p} is not in the shrunk window: {found}"
+    Screen(os.path.join(shots, "limits-shrunk.png"))
+    fpp = os.path.join(game.folder, "limits.fpp")
+    game.save_as(fpp)
+    assert not out_of_reach(fpp, game), out_of_reach(fpp, game)
     game.resize_by(336, 224)
     carry(game, 0, 880, 560)
     grown = Screen(os.path.join(shots, "limits-grown.png"))
-    assert near(body(grown, 0)[0], (880, 560)), body(grown, 0)
+    shown = grown.largest_component(COLOURS[0], region=(820, 480, 1024, 740))
+    assert shown and shown[1] > 2000, f"the piece dropped at the far right is not shown: {shown}"
     game.key("alt+o", "d", pause=0.5)  # outlines off and on: the board drawn from scratch
     game.key("alt+o", "d", pause=0.5)
     assert board_changes(grown, Screen()) == 0, "the grown board was not the drawn one"
@@ -114,8 +114,10 @@ try:
     game.menu("p", "m")
     time.sleep(1.0)
     assert board_changes(before, Screen()) > 1000, "Make did not make a new puzzle"
+    # Carried towards (700, 120): there, or joined to a neighbour on the way.
+    start = body(Screen(), 3)[0]
     carry(game, 3, 700, 120)
-    assert near(body(Screen(os.path.join(shots, "limits-after.png")), 3)[0], (700, 120))
+    assert body(Screen(os.path.join(shots, "limits-after.png")), 3)[0] != start, "not carried"
 
     assert game.exit_by_menu() == 0
     print("every refusal left the board as it was, and play went on")
