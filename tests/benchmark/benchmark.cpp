@@ -47,7 +47,7 @@ int topmostFree(POINT& point)
 }
 
 struct Figures {
-    double make, repaint, pickUp, move;
+    double make, repaint, pickUp, move, drop;
     long gdiObjects;
     DWORD guiResources;
 };
@@ -92,7 +92,9 @@ Figures measure(int columns, int rows, int width = 2000, int height = 1500,
                         MAKELPARAM(thePuzzle.dragLastX + dx, thePuzzle.dragLastY + 1 - (i % 3)));
     }
     f.move = (now() - start) / Moves;
+    start = now();
     handleClick(thePuzzle.mainWindow, MAKELPARAM(thePuzzle.dragLastX, thePuzzle.dragLastY));
+    f.drop = now() - start;
     session::end();
     return f;
 }
