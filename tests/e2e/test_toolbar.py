@@ -5,6 +5,7 @@ import os
 import sys
 import time
 
+from cells import COLOURS
 from game import Game, Screen, wait_for, windows_path
 
 exe, shots, pictures = sys.argv[1:4]
@@ -81,7 +82,9 @@ try:
     game.answer_size_dialog(3, 2)
     game.click(*centre(1003), pause=1.0)               # Make
     made = Screen(os.path.join(shots, "toolbar-made.png"))
-    assert made.largest_component((255, 0, 0), region=(150, 60, 1024, 768))[1] > 3000
+    # Six pieces of 120 x 120 on the board, some lying over others.
+    shown = [made.largest_component(c, region=(150, 60, 1024, 768)) for c in COLOURS]
+    assert sum(found[1] for found in shown if found) > 30000, [f and f[1] for f in shown]
     game.click(*centre(1007), pause=1.0)               # Shuffle
     assert Screen().data != made.data, "Shuffle moved nothing"
     game.click(*centre(1008), pause=1.0)               # Add Tray: under the preview
