@@ -53,16 +53,24 @@ IPicture* decode(HGLOBAL memory, DWORD size)
     return decoded;
 }
 
+// The picture in path; null when the file cannot be read (read false) or decoded.
+IPicture* decodeFile(const char* path, bool& read)
+{
+    DWORD size = 0;
+    HGLOBAL memory = readWholeFile(path, size);
+    read = memory != nullptr;
+    IPicture* decoded = read ? decode(memory, size) : nullptr;
+    if (memory)
+        GlobalFree(memory);
+    return decoded;
+}
+
 }  // namespace
 
 bool pictureDecodes(const char* path)
 {
-    DWORD size = 0;
-    HGLOBAL memory = readWholeFile(path, size);
-    if (!memory)
-        return false;
-    IPicture* decoded = decode(memory, size);
-    GlobalFree(memory);
+    bool read = false;
+    IPicture* decoded = decodeFile(path, read);
     if (!decoded)
         return false;
     OLE_XSIZE_HIMETRIC w = 0;
@@ -115,13 +123,10 @@ bool Picture::createSurface(HDC& dc, HBITMAP& bitmap, int w, int h)
 
 PictureLoad Picture::loadPicture(const char* path)
 {
-    DWORD size = 0;
-    HGLOBAL memory = readWholeFile(path, size);
-    IPicture* decoded = memory ? decode(memory, size) : nullptr;
-    if (memory)
-        GlobalFree(memory);
+    bool read = false;
+    IPicture* decoded = decodeFile(path, read);
     const bool readable = decoded != nullptr;
-    if (memory && !decoded && picture) {
+    if (read && !decoded && picture) {
         // Read but not decoded: the picture is gone, its images stay.
         picture->Release();
         picture = nullptr;

@@ -123,8 +123,6 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
     // Lowest first, so that higher pieces cover lower ones; each where it still shows.
     for (size_t i = list.size(); i-- > 0;) {
         Piece& piece = pieces[list[i]];
-        if (!piece.isVisible || piece.trayId != trayId)
-            continue;
         RECT bounds = piece.getBounds(true, false, false);
         RECT clip = parts[i];
         int offsetX = 0, offsetY = 0;

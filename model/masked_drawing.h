@@ -25,7 +25,7 @@ void blitMasked(HDC dest, int destX, int destY, int w, int h, HDC mask, HDC imag
 
 // Screen-compatible surfaces that are reused from draw to draw and only ever grow, so
 // drawing a piece creates no GDI object. Each slot is used by one step at a time.
-enum ScratchSlot { ScratchImage, ScratchMask, ScratchSpare, ScratchPass, ScratchSlotCount };
+enum ScratchSlot { ScratchPass, ScratchSlotCount };
 
 // A surface of at least w x h; null if it cannot be created.
 HDC scratchSurface(ScratchSlot slot, int w, int h);
