@@ -6,14 +6,22 @@ import os
 import sys
 import time
 
-from game import Game, Screen, wait_for, windows_named
+from game import Game, Screen, wait_for, windows_named, xdotool
 
 exe, shots = sys.argv[1], sys.argv[2]
 SPANISH_TITLE = "Convierta sus imágenes favoritas en puzzles"
 
 
 def dialog_titled(title, timeout=30):
-    return wait_for(lambda: windows_named("^" + title + "$"), timeout, f"'{title}'")
+    """The dialog once it is up and has the keyboard: a dialog that opens as the program starts
+    may be mapped a moment before it gets the focus, and keys sent then are lost."""
+    found = wait_for(lambda: windows_named("^" + title + "$"), timeout, f"'{title}'")
+    try:
+        wait_for(lambda: xdotool("getwindowfocus").strip() in found, 5, f"'{title}' to get the focus")
+    except AssertionError:
+        print(f"note: {title} up without the focus")  # the pause below still helps
+    time.sleep(0.3)
+    return found
 
 
 def no_language_dialog():
