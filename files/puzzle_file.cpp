@@ -186,6 +186,7 @@ void restorePuzzle(const char* path, const PuzzleFileContents& c)
     puzzle.lastTrayId = h.lastTrayId;
     puzzle.lastGroupId = h.lastGroupId;
     restoreTrayContents(puzzle, c);
+    puzzle.placesChanged();
     repaintRestored(puzzle);
     lstrcpynA(puzzle.puzzlePath, path, MAX_PATH);
 }

@@ -81,10 +81,11 @@ bool CoverageMask::uncoveredBox(int left, int top, int right, int bottom, int bo
     return true;
 }
 
-void CoverageMask::cover(int left, int top, int right, int bottom)
+long long CoverageMask::cover(int left, int top, int right, int bottom)
 {
     if (!clip(left, top, right, bottom))
-        return;
+        return 0;
+    const long long before = uncovered;
     const int first = left >> 6, last = (right - 1) >> 6;
     for (int y = top; y < bottom; ++y) {
         std::uint64_t* row = &bits[static_cast<size_t>(y) * wordsPerRow];
@@ -95,4 +96,5 @@ void CoverageMask::cover(int left, int top, int right, int bottom)
             row[w] |= add;
         }
     }
+    return before - uncovered;
 }

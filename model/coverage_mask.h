@@ -16,7 +16,8 @@ public:
     // The smallest box holding every uncovered pixel of the given rectangle, in box (left,
     // top, right, bottom); false, with box untouched, when all of it is covered.
     bool uncoveredBox(int left, int top, int right, int bottom, int box[4]) const;
-    void cover(int left, int top, int right, int bottom);
+    // Returns how many pixels were uncovered before.
+    long long cover(int left, int top, int right, int bottom);
     bool full() const { return uncovered == 0; }
 
 private:

@@ -1,5 +1,6 @@
 // Repainting windows back to front from the background and the pieces, drawing groups, the
 // images used while dragging, and the pattern of piece outlines in the puzzle area.
+#include <algorithm>
 #include <vector>
 
 #include "model/coverage_mask.h"
@@ -36,42 +37,67 @@ void Puzzle::drawGroup(const RECT& clip, int p)
 RECT Puzzle::occlusionPass(const RECT& rect, int trayId, std::vector<int>& list,
                            std::vector<RECT>* parts) const
 {
-    const RECT visible = getPuzzleArea(true);
+    syncPlaces();
     CoverageMask hidden(rect.left, rect.top, rect.right, rect.bottom);
+    struct Found {
+        int zIndex;
+        int piece;
+        RECT shows;  // the box of what shows of it
+    };
+    std::vector<Found> found;
+    bool backgroundShows = false;
+    places.beginMarks();
+    // Cell by cell, each walked down from its top piece until the cell's part of rect is
+    // hidden. What a piece hides in one cell says nothing of another, so each cell keeps to
+    // its own part of the mask, and a piece seen in several cells shows the union of its
+    // boxes there.
+    const PlaceBox area{rect.left, rect.top, rect.right, rect.bottom};
+    places.forEachCell(
+        trayId, area, [&](const PlaceBox& cell, const std::vector<PlaceEntry>& stack) {
+            const int left = std::max<int>(cell.left, rect.left);
+            const int top = std::max<int>(cell.top, rect.top);
+            const int right = std::min<int>(cell.right, rect.right);
+            const int bottom = std::min<int>(cell.bottom, rect.bottom);
+            long long open = static_cast<long long>(right - left) * (bottom - top);
+            for (auto at = stack.rbegin(); at != stack.rend() && open > 0; ++at) {
+                const PlaceBox& box = at->box;
+                int shows[4];
+                if (!hidden.uncoveredBox(std::max(box.left, left), std::max(box.top, top),
+                                         std::min(box.right, right), std::min(box.bottom, bottom),
+                                         shows) ||
+                    !pieces[at->piece].isVisible)
+                    continue;
+                const RECT shown{shows[0], shows[1], shows[2], shows[3]};
+                const int seen = places.mark(at->piece);
+                if (seen < 0) {
+                    places.give(at->piece, static_cast<int>(found.size()));
+                    found.push_back(Found{pieces[at->piece].zIndex, at->piece, shown});
+                } else {
+                    UnionRect(&found[seen].shows, &found[seen].shows, &shown);
+                }
+                // Inside its core a piece is opaque whatever its knobs.
+                const PlaceBox& core = at->core;
+                open -= hidden.cover(std::max(core.left, left), std::max(core.top, top),
+                                     std::min(core.right, right), std::min(core.bottom, bottom));
+            }
+            backgroundShows = backgroundShows || open > 0;
+        });
+
+    // Top first, as a walk of the whole stacking order would list them.
+    std::sort(found.begin(), found.end(),
+              [](const Found& a, const Found& b) { return a.zIndex > b.zIndex; });
     list.clear();
-    if (parts)
+    list.reserve(found.size());
+    if (parts) {
         parts->clear();
-    for (int z = pieceCount - 1; z >= 0 && !hidden.full(); --z) {
-        const int p = zOrder[z];
-        const Piece& piece = pieces[p];
-        if (!piece.isVisible || piece.trayId != trayId)
-            continue;
-        RECT bounds = piece.getBounds(true, false, false);
-        // A set piece hides nothing outside the visible puzzle area.
-        if (piece.isSet) {
-            if (!intersect(bounds, bounds, visible))
-                continue;
-            OffsetRect(&bounds, -scrollX, -scrollY);
-        }
-        RECT meets;
-        int open[4];
-        if (!intersect(meets, bounds, rect) ||
-            !hidden.uncoveredBox(meets.left, meets.top, meets.right, meets.bottom, open))
-            continue;
-        RECT core = piece.getBounds(true, false, true);
-        if (piece.isSet) {
-            if (intersect(core, core, visible))
-                OffsetRect(&core, -scrollX, -scrollY);
-            else
-                SetRectEmpty(&core);
-        }
-        list.push_back(p);
-        if (parts)
-            parts->push_back(RECT{open[0], open[1], open[2], open[3]});
-        // Inside its core a piece is opaque whatever its knobs.
-        hidden.cover(core.left, core.top, core.right, core.bottom);
+        parts->reserve(found.size());
     }
-    return hidden.full() ? RECT{0, 0, 0, 0} : rect;
+    for (const Found& f : found) {
+        list.push_back(f.piece);
+        if (parts)
+            parts->push_back(f.shows);
+    }
+    return backgroundShows ? rect : RECT{0, 0, 0, 0};
 }
 
 void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)

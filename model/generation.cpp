@@ -1,4 +1,5 @@
 // Cutting the picture into a grid of pieces with tabs and sockets, and scattering them.
+#include <algorithm>
 #include <cmath>
 #include <ctime>
 
@@ -9,6 +10,8 @@ namespace {
 
 constexpr int PlacementTries = 500;
 constexpr int FallbackGap = 5;  // the fall-back place lies this far right of and below the preview
+constexpr int MinimumCellSide = 32;  // cells of the place index, in pixels
+constexpr int MaximumCellSide = 1024;
 
 KnobKind complement(KnobKind kind)
 {
@@ -53,7 +56,19 @@ bool Puzzle::generate(unsigned seed)
         return true;
     seedRandom(seed);
     made = true;
-    return buildPieces();
+    if (!buildPieces())
+        return false;
+    // Cells about a piece wide: each piece lies in at most four, and a cell holds few.
+    int longest = 1;
+    for (int p = 0; p < pieceCount; ++p)
+        longest = std::max({longest, pieces[p].width, pieces[p].height});
+    int side = MinimumCellSide;
+    while (side < longest && side < MaximumCellSide)
+        side *= 2;
+    places.reset(pieces, zOrder, pieceCount, side);
+    placesScrollX = scrollX;
+    placesScrollY = scrollY;
+    return true;
 }
 
 bool Puzzle::buildPieces()
@@ -104,6 +119,7 @@ bool Puzzle::buildPieces()
             }
 
             piece.shapes = &shapes;
+            piece.places = &places;
             piece.buildShape(originX, originY);
             if (!piece.region)
                 return false;

@@ -1,4 +1,5 @@
 #include "model/puzzle.h"
+#include "play/tray.h"
 
 bool Piece::hitTest(HWND inWindow, int px, int py) const
 {
@@ -14,11 +15,27 @@ bool Puzzle::pieceAt(HWND window, int px, int py, int& piece) const
 {
     if (!made)
         return false;
-    for (int z = pieceCount - 1; z >= 0; --z) {
-        if (pieces[zOrder[z]].hitTest(window, px, py)) {
-            piece = zOrder[z];
-            return true;
-        }
+    int plane = window == mainWindow ? 0 : -1;
+    for (const Tray* tray = trayCount ? firstTray : nullptr; tray && plane < 0; tray = tray->next) {
+        if (tray->window == window)
+            plane = tray->id;
     }
-    return false;
+    if (plane < 0)
+        return false;  // no piece lies in a window that is neither the board nor a tray
+    syncPlaces();
+    bool hit = false;
+    places.forEachCell(plane, PlaceBox{px, py, px + 1, py + 1},
+                       [&](const PlaceBox&, const std::vector<PlaceEntry>& stack) {
+                           for (auto at = stack.rbegin(); at != stack.rend() && !hit; ++at) {
+                               const PlaceBox& box = at->box;
+                               if (px < box.left || px >= box.right || py < box.top ||
+                                   py >= box.bottom)
+                                   continue;
+                               if (pieces[at->piece].hitTest(window, px, py)) {
+                                   piece = at->piece;
+                                   hit = true;
+                               }
+                           }
+                       });
+    return hit;
 }

@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "model/gdi_objects.h"
+#include "model/place_index.h"
 
 Piece::Piece()
     : region(nullptr), frameRegion(nullptr), x(0), y(0), width(0), height(0), sourceX(0),
@@ -10,7 +11,7 @@ Piece::Piece()
       knobRight(NoKnob), knobLeft(NoKnob), neighbourUp(-1), neighbourDown(-1), neighbourLeft(-1),
       neighbourRight(-1), trayId(0), groupId(0), targetDC(nullptr), sourceDC(nullptr),
       window(nullptr), isSet(false), isVisible(true), isGrouped(false), drawOutline(false),
-      drawSetOutline(false), shapes(nullptr), ownsRegion(false)
+      drawSetOutline(false), shapes(nullptr), places(nullptr), ownsRegion(false)
 {
 }
 
@@ -34,6 +35,8 @@ void Piece::moveTo(int newX, int newY, bool redraw)
         return;
     x = newX;
     y = newY;
+    if (places)
+        places->touch(this);
     if (redraw)
         draw(getBounds(true, false, false), 0, 0, false, false, false, false);
 }
@@ -43,6 +46,15 @@ void Piece::assignWindow(HWND newWindow, HDC newTargetDC, int newTrayId)
     window = newWindow;
     targetDC = newTargetDC;
     trayId = newTrayId;
+    if (places)
+        places->touch(this);
+}
+
+void Piece::markSet()
+{
+    isSet = true;
+    if (places)
+        places->touch(this);
 }
 
 bool Piece::isNearHome(int px, int py) const

@@ -19,6 +19,7 @@ enum ShapeMode : int {
 // Distance in pixels within which a piece counts as dropped at its correct place.
 constexpr int HomeTolerance = 4;
 
+class PlaceIndex;
 class ShapeCache;
 
 class Piece {
@@ -32,6 +33,8 @@ public:
     // into targetDC. Nothing under the old place is restored.
     void moveTo(int newX, int newY, bool redraw);
     void assignWindow(HWND window, HDC targetDC, int trayId);
+    // The piece is at its correct place for good: it stays there, in puzzle coordinates.
+    void markSet();
     // (px, py): the piece's top-left in puzzle coordinates.
     bool isNearHome(int px, int py) const;
 
@@ -71,6 +74,8 @@ public:
     // puzzle far below the platform's per-process GDI object limit. Without a cache the
     // piece owns its region.
     ShapeCache* shapes;
+    // Told of every change of place, window or state, so that lookups by place stay current.
+    PlaceIndex* places;
 
 private:
     void releaseRegion();

@@ -22,13 +22,13 @@ Puzzle::Puzzle()
       visibleWidth(0), visibleHeight(0), scrollX(0), scrollY(0), previewX(0), previewY(0),
       previewWidth(0), previewHeight(0), zOrder(nullptr), shapeMode(Rectangular), dragLastX(0),
       dragLastY(0), grabOffsetX(0), grabOffsetY(0), groupCount(0), lastGroupId(0), trayCount(0),
-      lastTrayId(0), puzzlePath{}, picturePath{}, made(false), drawOutline(false),
-      patternShown(false), drawSetOutline(false), mainWindow(nullptr), instance(nullptr),
-      pictureDC(nullptr), boardDC(nullptr), compositionDC(nullptr), backgroundDC(nullptr),
-      previewDC(nullptr), dragMaskDC(nullptr), dragImageDC(nullptr), windowDC(nullptr),
-      pieces(nullptr), currentGroup(nullptr), firstGroup(nullptr), lastGroup(nullptr),
-      foundGroup(nullptr), currentTray(nullptr), firstTray(nullptr), lastTray(nullptr),
-      foundTray(nullptr)
+      lastTrayId(0), placesScrollX(0), placesScrollY(0), puzzlePath{}, picturePath{}, made(false),
+      drawOutline(false), patternShown(false), drawSetOutline(false), mainWindow(nullptr),
+      instance(nullptr), pictureDC(nullptr), boardDC(nullptr), compositionDC(nullptr),
+      backgroundDC(nullptr), previewDC(nullptr), dragMaskDC(nullptr), dragImageDC(nullptr),
+      windowDC(nullptr), pieces(nullptr), currentGroup(nullptr), firstGroup(nullptr),
+      lastGroup(nullptr), foundGroup(nullptr), currentTray(nullptr), firstTray(nullptr),
+      lastTray(nullptr), foundTray(nullptr)
 {
 }
 
@@ -155,6 +155,7 @@ void Puzzle::clear()
     deleteGroups();
     deleteTrays();
     shapes.clear();
+    places.clear();
     deleteMemoryDC(compositionDC, compositionBitmap);
     compositionWidth = compositionHeight = 0;
     deleteMemoryDC(dragImageDC, dragImageBitmap);
@@ -223,8 +224,48 @@ RECT Puzzle::getPuzzleArea(bool scrolled) const
     return area;
 }
 
+void Puzzle::placesChanged()
+{
+    places.touchAll();
+}
+
+bool Puzzle::placeOf(int p, int& plane, PlaceBox& box, PlaceBox& core) const
+{
+    const Piece& piece = pieces[p];
+    RECT bounds = piece.getBounds(true, false, false);
+    RECT solid = piece.getBounds(true, false, true);
+    plane = piece.trayId;
+    if (piece.isSet) {
+        // Shown only inside the visible puzzle area, which scrolling moves over the puzzle.
+        const RECT visible = getPuzzleArea(true);
+        if (!IntersectRect(&bounds, &bounds, &visible))
+            return false;
+        if (!IntersectRect(&solid, &solid, &visible))
+            SetRectEmpty(&solid);
+        OffsetRect(&bounds, -scrollX, -scrollY);
+        OffsetRect(&solid, -scrollX, -scrollY);
+        plane = 0;
+    }
+    box = PlaceBox{bounds.left, bounds.top, bounds.right, bounds.bottom};
+    core = PlaceBox{solid.left, solid.top, solid.right, solid.bottom};
+    return true;
+}
+
+void Puzzle::syncPlaces() const
+{
+    if (scrollX != placesScrollX || scrollY != placesScrollY) {
+        places.touchAll();
+        placesScrollX = scrollX;
+        placesScrollY = scrollY;
+    }
+    places.refresh([this](int p, int& plane, PlaceBox& box, PlaceBox& core) {
+        return placeOf(p, plane, box, core);
+    });
+}
+
 void Puzzle::raiseToTop(int p)
 {
+    places.raise(p);
     for (int i = pieces[p].zIndex; i <= pieceCount - 2; ++i) {
         zOrder[i] = zOrder[i + 1];
         pieces[zOrder[i]].zIndex = i;
@@ -235,6 +276,7 @@ void Puzzle::raiseToTop(int p)
 
 void Puzzle::sendToBottom(int p)
 {
+    places.lower(p);
     for (int i = pieces[p].zIndex; i >= 1; --i) {
         zOrder[i] = zOrder[i - 1];
         pieces[zOrder[i]].zIndex = i;

@@ -6,6 +6,7 @@
 
 #include "make_inputs.h"
 #include "piece.h"
+#include "place_index.h"
 #include "shape_cache.h"
 
 class PieceGroup;
@@ -39,6 +40,9 @@ public:
     void sendToBottom(int p);
     // The main window's board image is being replaced: stop drawing into the old one.
     void releaseBoard();
+    // Pieces were placed, set or reordered other than through their own methods (a file
+    // restored): they are all filed again before the next lookup.
+    void placesChanged();
 
     // ---- Generation
     KnobKind randomKnobKind();
@@ -141,7 +145,8 @@ public:
     int lastGroupId;
     int trayCount;
     int lastTrayId;
-    char puzzlePath[MAX_PATH];  // empty: not saved yet
+    mutable int placesScrollX, placesScrollY;  // the scroll the set pieces are filed for
+    char puzzlePath[MAX_PATH];                 // empty: not saved yet
     char picturePath[MAX_PATH];
     bool made;
     bool drawOutline;
@@ -169,8 +174,15 @@ public:
 
     // The outlines the pieces share.
     ShapeCache shapes;
+    // Where the pieces lie; a cache that lookups bring up to date.
+    mutable PlaceIndex places;
 
 private:
+    // The plane (tray id; set pieces lie in the main window's), the box and the solid core,
+    // in that window's coordinates, of what a piece shows; false for a set piece outside the
+    // visible area.
+    bool placeOf(int p, int& plane, PlaceBox& box, PlaceBox& core) const;
+    void syncPlaces() const;
     bool buildPieces();
     bool neighbourIsSet(int neighbour) const;
 };

@@ -138,8 +138,7 @@ void Puzzle::moveItem(int p, int x, int y, bool raise, bool rebuild, bool toHome
     for (int m : item.members) {
         Piece& member = pieces[m];
         if (toHome) {
-            member.x = member.homeX;
-            member.y = member.homeY;
+            member.moveTo(member.homeX, member.homeY, false);
             RECT shown;
             const RECT box = member.getBounds(true, false, false);
             if (IntersectRect(&shown, &box, &visible))
@@ -204,8 +203,7 @@ void Puzzle::moveToWindow(int p, HWND window, HDC newTargetDC, int newTrayId)
         RECT box = member.getBounds(true, false, false);
         member.assignWindow(window, newTargetDC, newTrayId);
         MapWindowPoints(oldWindow, window, reinterpret_cast<POINT*>(&box), 2);
-        member.x = box.left;
-        member.y = box.top;
+        member.moveTo(box.left, box.top, false);
         // The tray's image may grow for an earlier member, which makes the surface passed
         // in stale: each member draws into the tray's image as it is now.
         if (newTrayId != 0) {

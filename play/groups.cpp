@@ -206,7 +206,7 @@ bool Puzzle::setIfNearHome(int p)
     moveItem(p, grabOffsetX + homeLeft, grabOffsetY + homeTop, false, true, true, true);
 
     for (int m : members) {
-        pieces[m].isSet = true;
+        pieces[m].markSet();
         pieces[m].isGrouped = false;
         pieces[m].groupId = 0;
     }

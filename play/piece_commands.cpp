@@ -1,6 +1,7 @@
 // Commands that rearrange the pieces: shuffling the loose ones, bringing hidden ones up, and
 // bringing back into view those a smaller window left outside it.
 #include <algorithm>
+#include <vector>
 
 #include "model/puzzle.h"
 #include "play/piece_group.h"
@@ -48,11 +49,23 @@ void Puzzle::showHiddenPieces()
 {
     if (!made)
         return;
-    // Every set piece goes below every free one; free pieces keep their order.
-    for (int p = 0; p < pieceCount; ++p) {
+    // Every set piece goes below every free one; free pieces keep their order. Set pieces
+    // end up as sending each to the bottom in piece order would leave them, in one pass.
+    std::vector<int> order;
+    order.reserve(pieceCount);
+    for (int p = pieceCount - 1; p >= 0; --p) {
         if (pieces[p].isSet)
-            sendToBottom(p);
+            order.push_back(p);
     }
+    for (int z = 0; z < pieceCount; ++z) {
+        if (!pieces[zOrder[z]].isSet)
+            order.push_back(zOrder[z]);
+    }
+    for (int z = 0; z < pieceCount; ++z) {
+        zOrder[z] = order[z];
+        pieces[order[z]].zIndex = z;
+    }
+    placesChanged();
     repaintRect(getPuzzleArea(false), 0, mainWindow);
 }
 

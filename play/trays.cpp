@@ -248,8 +248,8 @@ void Puzzle::growTrayToFit(int p)
 void Puzzle::shiftTrayContents(Tray* tray, int dx, int dy)
 {
     for (const IndexNode* node = tray->pieces.head; node; node = node->next) {
-        pieces[node->value].x += dx;
-        pieces[node->value].y += dy;
+        Piece& piece = pieces[node->value];
+        piece.moveTo(piece.x + dx, piece.y + dy, false);
     }
     if (groupCount == 0)
         return;

@@ -107,7 +107,7 @@ void playLargePuzzle()
     Puzzle& z = thePuzzle;
     for (int p = 0; p < 100; ++p) {
         z.pieces[p].moveTo(z.pieces[p].homeX, z.pieces[p].homeY, false);
-        z.pieces[p].isSet = true;
+        z.pieces[p].markSet();
     }
     for (int row = 1; row <= 100 - 1; ++row) {
         const int pair[] = {row * 100 + 10, row * 100 + 11};

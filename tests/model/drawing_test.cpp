@@ -159,9 +159,8 @@ TEST(Repaint, TwoSetNeighboursShowNoLineBetweenThem)
     puzzle.applyOutlineOptions(true, false);
     for (int p : {8, 9}) {  // neighbours in row 1
         Piece& piece = puzzle.pieces[p];
-        piece.x = piece.homeX;
-        piece.y = piece.homeY;
-        piece.isSet = true;
+        piece.moveTo(piece.homeX, piece.homeY, false);
+        piece.markSet();
         puzzle.sendToBottom(p);  // nothing free lies over them
     }
     // Free pieces stay out of the puzzle area.

@@ -141,7 +141,7 @@ TEST_F(Dragging, ScrollingATrayWhileCarryingOnTheBoardLeavesNoTrace)
     thePuzzle.findTray(1, false);
     Tray& tray = *thePuzzle.foundTray;
     thePuzzle.moveToWindow(30, window, tray.imageDC, 1);
-    thePuzzle.pieces[30].x = tray.viewWidth - 20;  // sticks out: the tray scrolls
+    thePuzzle.pieces[30].moveTo(tray.viewWidth - 20, thePuzzle.pieces[30].y, false);  // sticks out
     thePuzzle.growTrayToFit(30);
     placeCell(20, X, Y);
     play::pickUp(20);
