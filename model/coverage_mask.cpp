@@ -58,18 +58,30 @@ bool CoverageMask::uncoveredBox(int left, int top, int right, int bottom, int bo
         return false;
     const int first = left >> 6, last = (right - 1) >> 6;
     int minX = width, maxX = -1, minY = -1, maxY = -1;
-    for (int y = top; y < bottom; ++y) {
-        const std::uint64_t* row = &bits[static_cast<size_t>(y) * wordsPerRow];
-        for (int w = first; w <= last; ++w) {
-            const std::uint64_t open =
-                ~row[w] & span(w == first ? left & 63 : 0, w == last ? ((right - 1) & 63) + 1 : 64);
-            if (!open)
-                continue;
-            minX = std::min(minX, w * 64 + __builtin_ctzll(open));
-            maxX = std::max(maxX, w * 64 + 63 - __builtin_clzll(open));
-            if (minY < 0)
-                minY = y;
-            maxY = y;
+    auto note = [&](int y, int w, std::uint64_t open) {
+        minX = std::min(minX, w * 64 + __builtin_ctzll(open));
+        maxX = std::max(maxX, w * 64 + 63 - __builtin_clzll(open));
+        if (minY < 0)
+            minY = y;
+        maxY = y;
+    };
+    if (first == last) {
+        // Most boxes are a piece wide and lie in one word of each row.
+        const std::uint64_t want = span(left & 63, ((right - 1) & 63) + 1);
+        const std::uint64_t* row = &bits[static_cast<size_t>(top) * wordsPerRow + first];
+        for (int y = top; y < bottom; ++y, row += wordsPerRow) {
+            if (const std::uint64_t open = ~*row & want)
+                note(y, first, open);
+        }
+    } else {
+        for (int y = top; y < bottom; ++y) {
+            const std::uint64_t* row = &bits[static_cast<size_t>(y) * wordsPerRow];
+            for (int w = first; w <= last; ++w) {
+                const std::uint64_t open = ~row[w] & span(w == first ? left & 63 : 0,
+                                                          w == last ? ((right - 1) & 63) + 1 : 64);
+                if (open)
+                    note(y, w, open);
+            }
         }
     }
     if (maxX < 0)

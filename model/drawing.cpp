@@ -83,19 +83,30 @@ RECT Puzzle::occlusionPass(const RECT& rect, int trayId, std::vector<int>& list,
             backgroundShows = backgroundShows || open > 0;
         });
 
-    // Top first, as a walk of the whole stacking order would list them.
-    std::sort(found.begin(), found.end(),
-              [](const Found& a, const Found& b) { return a.zIndex > b.zIndex; });
+    // Top first, as a walk of the whole stacking order would list them: sorted when few,
+    // read off the stacking order when they are a good part of the puzzle.
     list.clear();
     list.reserve(found.size());
     if (parts) {
         parts->clear();
         parts->reserve(found.size());
     }
-    for (const Found& f : found) {
+    auto take = [&](const Found& f) {
         list.push_back(f.piece);
         if (parts)
             parts->push_back(f.shows);
+    };
+    if (found.size() < static_cast<size_t>(pieceCount) / 16) {
+        std::sort(found.begin(), found.end(),
+                  [](const Found& a, const Found& b) { return a.zIndex > b.zIndex; });
+        for (const Found& f : found)
+            take(f);
+    } else {
+        for (int z = pieceCount - 1; z >= 0; --z) {
+            const int seen = places.mark(zOrder[z]);
+            if (seen >= 0)
+                take(found[seen]);
+        }
     }
     return backgroundShows ? rect : RECT{0, 0, 0, 0};
 }

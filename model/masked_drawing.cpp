@@ -37,9 +37,12 @@ void drawThroughOutline(HDC dest, const RECT& clip, HRGN outline, int x, int y, 
 {
     if (!outline || IsRectEmpty(&clip))
         return;
-    OffsetRgn(outline, x, y);
-    SelectClipRgn(dest, outline);  // a copy: the outline goes back at once
-    IntersectClipRect(dest, clip.left, clip.top, clip.right, clip.bottom);
+    // The clip is a copy of the shared outline, moved into place; the outline never moves.
+    SelectClipRgn(dest, outline);
+    OffsetClipRgn(dest, x, y);
+    // A blit paints its own rectangle only; the frame needs clip too.
+    if (framed)
+        IntersectClipRect(dest, clip.left, clip.top, clip.right, clip.bottom);
     BitBlt(dest, clip.left, clip.top, clip.right - clip.left, clip.bottom - clip.top, source,
            sourceX + clip.left - x, sourceY + clip.top - y, SRCCOPY);
     if (framed && frame) {
@@ -47,9 +50,10 @@ void drawThroughOutline(HDC dest, const RECT& clip, HRGN outline, int x, int y, 
         FillRgn(dest, frame, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
         OffsetRgn(frame, -x, -y);
     } else if (framed) {
+        OffsetRgn(outline, x, y);
         frameOutline(dest, outline);
+        OffsetRgn(outline, -x, -y);
     }
-    OffsetRgn(outline, -x, -y);
     SelectClipRgn(dest, nullptr);
 }
 
