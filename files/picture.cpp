@@ -113,7 +113,7 @@ bool Picture::createSurface(HDC& dc, HBITMAP& bitmap, int w, int h)
     if (bitmapBytes(w, h) > MaxBitmapBytes)
         return false;
     HDC ownerDC = GetDC(ownerWindow);
-    createMemoryDC(dc, ownerDC, bitmap, w, h, false);
+    createPixelSurface(dc, ownerDC, bitmap, w, h, false);
     ReleaseDC(ownerWindow, ownerDC);
     if (dc && bitmap)
         return true;
@@ -238,7 +238,7 @@ bool Picture::loadPreview(const char* path)
     thePuzzle.releaseBoard();
     const int w = std::max<int>(appState.boardImageWidth, client.right);
     const int h = std::max<int>(appState.boardImageHeight, client.bottom);
-    createMemoryDC(appState.boardDC, appState.windowDC, appState.boardBitmap, w, h, true);
+    createPixelSurface(appState.boardDC, appState.windowDC, appState.boardBitmap, w, h, true);
     BitBlt(appState.boardDC, 0, 0, w, h, nullptr, 0, 0, WHITENESS);
     BitBlt(appState.boardDC, previewX, previewY, previewWidth, previewHeight, previewDC, 0, 0,
            SRCCOPY);

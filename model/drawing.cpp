@@ -7,6 +7,7 @@
 #include "model/gdi_objects.h"
 #include "model/masked_drawing.h"
 #include "model/memory_dc.h"
+#include "model/pixel_runs.h"
 #include "model/puzzle.h"
 #include "play/piece_group.h"
 #include "play/tray.h"
@@ -158,6 +159,11 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
     }
 
     // Lowest first, so that higher pieces cover lower ones; each where it still shows.
+    // Pieces are copied into the surface's pixels directly where they can be; what the GDI
+    // may still hold back is flushed before each such run of copies.
+    PixelSurface targetPixels, picturePixels;
+    const bool direct = pixelsOf(target, targetPixels) && pixelsOf(pictureDC, picturePixels);
+    bool flushed = false;
     for (size_t i = list.size(); i-- > 0;) {
         Piece& piece = pieces[list[i]];
         RECT bounds = piece.getBounds(true, false, false);
@@ -173,6 +179,19 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
         RECT part;
         if (!intersect(part, bounds, clip))
             continue;
+        const bool up = neighbourIsSet(piece.neighbourUp);
+        const bool down = neighbourIsSet(piece.neighbourDown);
+        const bool left = neighbourIsSet(piece.neighbourLeft);
+        const bool right = neighbourIsSet(piece.neighbourRight);
+        if (direct && !piece.isGrouped && piece.targetDC == target) {
+            if (!flushed)
+                GdiFlush();
+            flushed = piece.drawDirect(targetPixels, picturePixels, part, offsetX, offsetY, up,
+                                       down, left, right);
+            if (flushed)
+                continue;
+        }
+        flushed = false;
         // Well inside the piece, clear of its outline and frame, the picture is copied as is.
         RECT solid = piece.getBounds(true, false, true), inside;
         InflateRect(&solid, -1, -1);
@@ -185,9 +204,7 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
         if (piece.isGrouped)
             drawGroup(part, list[i]);
         else
-            piece.draw(part, offsetX, offsetY, neighbourIsSet(piece.neighbourUp),
-                       neighbourIsSet(piece.neighbourDown), neighbourIsSet(piece.neighbourLeft),
-                       neighbourIsSet(piece.neighbourRight));
+            piece.draw(part, offsetX, offsetY, up, down, left, right);
     }
 
     // Dragging restores what lay under the item from this copy of the window's image.

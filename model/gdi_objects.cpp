@@ -1,9 +1,18 @@
 #include "gdi_objects.h"
 
+#include <unordered_set>
+
 namespace gdi {
 namespace {
 
 long live = 0;
+
+// Never destroyed, so that objects deleted by static destructors at exit still find it.
+std::unordered_set<HGDIOBJ>& surfaces()
+{
+    static auto* made = new std::unordered_set<HGDIOBJ>;
+    return *made;
+}
 
 template <typename Handle> Handle counted(Handle handle)
 {
@@ -34,6 +43,32 @@ HBITMAP createCompatibleBitmap(HDC reference, int width, int height)
     return counted(CreateCompatibleBitmap(reference, width, height));
 }
 
+HBITMAP createSurfaceBitmap(HDC reference, int width, int height)
+{
+    if (width < 0 || height < 0)
+        return nullptr;
+    // An empty surface is a single pixel, as a compatible bitmap of no size is.
+    width = width ? width : 1;
+    height = height ? height : 1;
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    void* bits = nullptr;
+    HBITMAP bitmap = counted(CreateDIBSection(reference, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    if (bitmap)
+        surfaces().insert(bitmap);
+    return bitmap;
+}
+
+bool isSurfaceBitmap(HGDIOBJ bitmap)
+{
+    return bitmap && surfaces().count(bitmap) != 0;
+}
+
 HBRUSH createSolidBrush(COLORREF colour)
 {
     return counted(CreateSolidBrush(colour));
@@ -46,8 +81,10 @@ HFONT createFontIndirect(const LOGFONTA& font)
 
 void deleteObject(HGDIOBJ object)
 {
-    if (object && DeleteObject(object))
+    if (object && DeleteObject(object)) {
         --live;
+        surfaces().erase(object);
+    }
 }
 
 void deleteDC(HDC dc)

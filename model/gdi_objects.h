@@ -9,6 +9,11 @@ HRGN createRectRgn(int left, int top, int right, int bottom);
 HRGN createEllipticRgn(int left, int top, int right, int bottom);
 HDC createCompatibleDC(HDC reference);
 HBITMAP createCompatibleBitmap(HDC reference, int width, int height);
+// A 32-bit top-down DIB section, whose pixels the program can also reach directly.
+HBITMAP createSurfaceBitmap(HDC reference, int width, int height);
+// Whether bitmap was made by createSurfaceBitmap and is not deleted: the platform does not
+// say which way up a DIB section's rows run.
+bool isSurfaceBitmap(HGDIOBJ bitmap);
 HBRUSH createSolidBrush(COLORREF colour);
 HFONT createFontIndirect(const LOGFONTA& font);
 

@@ -12,6 +12,16 @@ void createMemoryDC(HDC& dc, HDC referenceDC, HBITMAP& bitmap, int w, int h, boo
         SelectObject(dc, bitmap);
 }
 
+void createPixelSurface(HDC& dc, HDC referenceDC, HBITMAP& bitmap, int w, int h, bool replace)
+{
+    if (replace)
+        deleteMemoryDC(dc, bitmap);
+    bitmap = gdi::createSurfaceBitmap(referenceDC, w, h);
+    dc = gdi::createCompatibleDC(referenceDC);
+    if (dc && bitmap)
+        SelectObject(dc, bitmap);
+}
+
 void deleteMemoryDC(HDC& dc, HBITMAP& bitmap)
 {
     // The DC goes first so that the bitmap is no longer selected when it is deleted.

@@ -6,12 +6,12 @@
 #include "model/place_index.h"
 
 Piece::Piece()
-    : region(nullptr), frameRegion(nullptr), x(0), y(0), width(0), height(0), sourceX(0),
-      sourceY(0), homeX(0), homeY(0), zIndex(0), knobSize(0), knobTop(NoKnob), knobBottom(NoKnob),
-      knobRight(NoKnob), knobLeft(NoKnob), neighbourUp(-1), neighbourDown(-1), neighbourLeft(-1),
-      neighbourRight(-1), trayId(0), groupId(0), targetDC(nullptr), sourceDC(nullptr),
-      window(nullptr), isSet(false), isVisible(true), isGrouped(false), drawOutline(false),
-      drawSetOutline(false), shapes(nullptr), places(nullptr), ownsRegion(false)
+    : region(nullptr), frameRegion(nullptr), runs(nullptr), x(0), y(0), width(0), height(0),
+      sourceX(0), sourceY(0), homeX(0), homeY(0), zIndex(0), knobSize(0), knobTop(NoKnob),
+      knobBottom(NoKnob), knobRight(NoKnob), knobLeft(NoKnob), neighbourUp(-1), neighbourDown(-1),
+      neighbourLeft(-1), neighbourRight(-1), trayId(0), groupId(0), targetDC(nullptr),
+      sourceDC(nullptr), window(nullptr), isSet(false), isVisible(true), isGrouped(false),
+      drawOutline(false), drawSetOutline(false), shapes(nullptr), places(nullptr), ownsRegion(false)
 {
 }
 
@@ -26,6 +26,7 @@ void Piece::releaseRegion()
         gdi::deleteObject(region);
     region = nullptr;
     frameRegion = nullptr;
+    runs = nullptr;
     ownsRegion = false;
 }
 

@@ -20,6 +20,8 @@ enum ShapeMode : int {
 constexpr int HomeTolerance = 4;
 
 class PlaceIndex;
+struct PixelSurface;
+struct ShapeRuns;
 class ShapeCache;
 
 class Piece {
@@ -48,9 +50,15 @@ public:
     // shifted by (-offsetX, -offsetY). The flags say which neighbours exist and are set.
     void draw(const RECT& clip, int offsetX, int offsetY, bool upSet, bool downSet, bool leftSet,
               bool rightSet);
+    // The same into dest's pixels from source's, without a GDI call; false, with nothing
+    // drawn, when the piece has no runs or its frame needs the GDI.
+    bool drawDirect(const PixelSurface& dest, const PixelSurface& source, const RECT& clip,
+                    int offsetX, int offsetY, bool upSet, bool downSet, bool leftSet,
+                    bool rightSet) const;
 
-    HRGN region;       // outline in piece-local coordinates
-    HRGN frameRegion;  // its frame, shared like it; null: worked out when drawn
+    HRGN region;            // outline in piece-local coordinates
+    HRGN frameRegion;       // its frame, shared like it; null: worked out when drawn
+    const ShapeRuns* runs;  // both as runs of pixels, shared like them; null: none
     int x, y;  // bounding box top-left: window coordinates if free, puzzle coordinates if set
     int width, height;
     int sourceX, sourceY;  // bounding box inside the rendered picture

@@ -1,6 +1,7 @@
 // Drawing one piece through its outline, with the frame its state calls for.
 #include "model/masked_drawing.h"
 #include "model/piece.h"
+#include "model/pixel_runs.h"
 
 namespace {
 
@@ -54,4 +55,19 @@ void Piece::draw(const RECT& clip, int offsetX, int offsetY, bool upSet, bool do
         unframe(0, y0, knobLeft == Flat ? 1 : k2 + 1, y1);
     if (rightSet)
         unframe(w - 1 - (knobRight != Flat ? k2 : 0), y0, w, y1);
+}
+
+bool Piece::drawDirect(const PixelSurface& dest, const PixelSurface& source, const RECT& clip,
+                       int offsetX, int offsetY, bool upSet, bool downSet, bool leftSet,
+                       bool rightSet) const
+{
+    const Frame frame = frameOf(*this);
+    // Taking the frame out along set neighbours is left to the GDI.
+    if (!runs || (frame == Frame::Partial && (upSet || downSet || leftSet || rightSet)))
+        return false;
+    RECT target = clip;
+    OffsetRect(&target, -offsetX, -offsetY);
+    drawThroughRuns(dest, target, *runs, x - offsetX, y - offsetY, source, sourceX, sourceY,
+                    frame != Frame::None);
+    return true;
 }

@@ -127,9 +127,20 @@ HRGN ShapeCache::outline(const ShapeKey& key)
     if (found != regions.end())
         return found->second.outline;
     HRGN region = buildOutline(key);
-    if (region)
-        regions.emplace(key, Shape{region, buildFrame(region)});
+    if (!region)
+        return nullptr;
+    Shape& shape = regions[key];
+    shape.outline = region;
+    shape.frame = buildFrame(region);
+    shape.hasRuns =
+        shape.frame && shape.runs.outline.build(region) && shape.runs.frame.build(shape.frame);
     return region;
+}
+
+const ShapeRuns* ShapeCache::runs(const ShapeKey& key) const
+{
+    auto found = regions.find(key);
+    return found != regions.end() && found->second.hasRuns ? &found->second.runs : nullptr;
 }
 
 HRGN ShapeCache::frame(const ShapeKey& key)
@@ -154,6 +165,7 @@ void Piece::buildShape(int originX, int originY)
     if (shapes) {
         region = shapes->outline(key);
         frameRegion = shapes->frame(key);
+        runs = shapes->runs(key);
     } else {
         region = buildOutline(key);
         ownsRegion = region != nullptr;

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include "piece.h"
+#include "pixel_runs.h"
 
 struct ShapeKey {
     int cellWidth;
@@ -41,6 +42,9 @@ public:
     HRGN outline(const ShapeKey& key);
     // The shared frame of that outline (built with it); null when it cannot be created.
     HRGN frame(const ShapeKey& key);
+    // The outline and frame as runs of pixels (built with them); null when they could not
+    // be read.
+    const ShapeRuns* runs(const ShapeKey& key) const;
     void clear();
     int size() const { return static_cast<int>(regions.size()); }
 
@@ -48,6 +52,8 @@ private:
     struct Shape {
         HRGN outline;
         HRGN frame;
+        ShapeRuns runs;
+        bool hasRuns;
     };
     std::map<ShapeKey, Shape> regions;
 };

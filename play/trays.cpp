@@ -48,7 +48,7 @@ HWND Tray::createWindow(int x, int y, int w, int h, HWND parent, HINSTANCE modul
     viewWidth = contentWidth = client.right;
     viewHeight = contentHeight = client.bottom;
     windowDC = GetDC(window);
-    createMemoryDC(imageDC, windowDC, imageBitmap, viewWidth, viewHeight, true);
+    createPixelSurface(imageDC, windowDC, imageBitmap, viewWidth, viewHeight, true);
     BitBlt(imageDC, 0, 0, viewWidth, viewHeight, nullptr, 0, 0, WHITENESS);
     SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE);
     return window;
@@ -72,7 +72,7 @@ bool Tray::resize(int w, int h, bool isView)
         const int newWidth = std::max(contentWidth, w), newHeight = std::max(contentHeight, h);
         HDC grown = nullptr;
         HBITMAP grownBitmap = nullptr;
-        createMemoryDC(grown, windowDC, grownBitmap, newWidth, newHeight, false);
+        createPixelSurface(grown, windowDC, grownBitmap, newWidth, newHeight, false);
         BitBlt(grown, 0, 0, newWidth, newHeight, nullptr, 0, 0, WHITENESS);
         BitBlt(grown, 0, 0, contentWidth, contentHeight, imageDC, 0, 0, SRCCOPY);
         deleteMemoryDC(imageDC, imageBitmap);

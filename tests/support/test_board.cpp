@@ -92,7 +92,7 @@ TestBoard::TestBoard()
     window = CreateWindowExA(0, boardClass(), "", WS_POPUP | WS_CLIPCHILDREN, 0, 0, ClientWidth,
                              ClientHeight, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
     windowDC = GetDC(window);
-    createMemoryDC(boardDC, windowDC, boardBitmap, ClientWidth, ClientHeight, false);
+    createPixelSurface(boardDC, windowDC, boardBitmap, ClientWidth, ClientHeight, false);
     createMemoryDC(backgroundDC, windowDC, backgroundBitmap, GetSystemMetrics(SM_CXSCREEN),
                    GetSystemMetrics(SM_CYSCREEN), false);
     fill(boardDC, ClientWidth, ClientHeight, RGB(255, 255, 255));
@@ -116,7 +116,7 @@ MakeInputs TestBoard::inputs(int w, int h, int columns, int rows, int shapeMode,
                              const char* picturePath)
 {
     // The picture image at puzzle size, and a grey preview of 100 x 67.
-    createMemoryDC(picture.pictureDC, windowDC, picture.pictureBitmap, w, h, true);
+    createPixelSurface(picture.pictureDC, windowDC, picture.pictureBitmap, w, h, true);
     std::vector<DWORD> bits(static_cast<size_t>(w) * h);
     for (int y = 0; y < h; ++y) {
         for (int x = 0; x < w; ++x) {
