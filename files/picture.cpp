@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 
 #include "app/app_state.h"
@@ -10,6 +11,7 @@
 #include "files/size_dialog.h"
 #include "model/memory_budget.h"
 #include "model/memory_dc.h"
+#include "model/pixel_runs.h"
 #include "model/puzzle.h"
 #include "resources/resource.h"
 
@@ -101,9 +103,40 @@ bool Picture::render(HDC dc, int w, int h)
 {
     RECT bounds{};
     GetClientRect(ownerWindow, &bounds);
+    // Rendering can fail for want of memory and still report success, leaving the surface
+    // as it was. An opaque picture covers every pixel, so marks planted across the surface
+    // beforehand must all be gone; a transparent one may leave any pixel, and is trusted.
+    DWORD attributes = 0;
+    picture->get_Attributes(&attributes);
+    PixelSurface pixels;
+    const bool checked = !(attributes & PICTURE_TRANSPARENT) && pixelsOf(dc, pixels) &&
+                         pixels.width >= w && pixels.height >= h && w > 0 && h > 0;
+    constexpr int Marks = 8;  // a grid of Marks x Marks points
+    constexpr std::uint32_t Mark[2] = {0x00FE01FD, 0x0001FE02};
+    auto markAt = [&](int i, int j) -> std::uint32_t& {
+        return pixels.row((2 * j + 1) * h / (2 * Marks))[(2 * i + 1) * w / (2 * Marks)];
+    };
+    if (checked) {
+        GdiFlush();
+        for (int j = 0; j < Marks; ++j) {
+            for (int i = 0; i < Marks; ++i)
+                markAt(i, j) = Mark[(i + j) & 1];
+        }
+    }
     // HIMETRIC grows upwards: start at the top edge with a negative height.
-    return SUCCEEDED(picture->Render(dc, 0, 0, w, h, 0, hiMetricHeight, hiMetricWidth,
-                                     -hiMetricHeight, &bounds));
+    if (FAILED(picture->Render(dc, 0, 0, w, h, 0, hiMetricHeight, hiMetricWidth, -hiMetricHeight,
+                               &bounds)))
+        return false;
+    if (!checked)
+        return true;
+    GdiFlush();
+    for (int j = 0; j < Marks; ++j) {
+        for (int i = 0; i < Marks; ++i) {
+            if (markAt(i, j) != Mark[(i + j) & 1])
+                return true;
+        }
+    }
+    return false;
 }
 
 bool Picture::createSurface(HDC& dc, HBITMAP& bitmap, int w, int h)
