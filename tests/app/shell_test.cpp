@@ -2,7 +2,6 @@
 // prompts, and the tooltip's timing.
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <functional>
 #include <string>
 #include <windows.h>
@@ -224,31 +223,6 @@ TEST_F(Shell, TipsComeAfterASecondThenSoonerAndNotTwiceForOneVisit)
     handleMouseMove(appState.mainWindow, session::at(500, 500));
     EXPECT_EQ(nullptr, appState.tip.currentButton);
     EXPECT_FALSE(appState.tip.quick);
-}
-
-TEST_F(Shell, AFileThatIsNoPictureIsNamedAndChangesNothing)
-{
-    session::makePuzzle(300, 200, 3, 2);
-    const std::string shown = loadedPicturePath;
-    char folder[MAX_PATH];
-    GetTempPathA(MAX_PATH, folder);
-    const std::string path = std::string(folder) + "tovira-bad.jpg";
-    std::ifstream good(session::picture("picture300x200.jpg"), std::ios::binary);
-    const std::string jpeg((std::istreambuf_iterator<char>(good)), {});
-    // A bitmap whose header claims 30000 x 30000 pixels and holds none.
-    std::string bmp(54, '\0');
-    bmp[0] = 'B', bmp[1] = 'M', bmp[10] = 54, bmp[14] = 40, bmp[26] = 1, bmp[28] = 24;
-    for (int at : {18, 22})
-        bmp[at] = static_cast<char>(30000 & 0xFF), bmp[at + 1] = static_cast<char>(30000 >> 8);
-    for (const std::string& bytes : {std::string(), std::string("plain text, no picture"),
-                                     jpeg.substr(0, jpeg.size() / 3), bmp}) {
-        std::ofstream(path, std::ios::binary).write(bytes.data(), bytes.size());
-        EXPECT_EQ("File error;", dialogsDuring([&] { openPictureCommand(path.c_str()); }))
-            << bytes.size();
-        EXPECT_TRUE(thePuzzle.made);
-        EXPECT_EQ(shown, loadedPicturePath);
-    }
-    DeleteFileA(path.c_str());
 }
 
 TEST_F(Shell, AMakeLongerThanHalfASecondShowsAProgressBarThatGoesAfterwards)

@@ -58,17 +58,12 @@ try:
     assert icons_at(screen, SIMPLE)
     game.key("alt+o", "a", pause=0.8)                  # back to the advanced interface
 
-    # Tooltips: the first after about a second, the next after 200 ms.
+    # A tooltip over a button, after about a second: the buttons pass the pointer on to it.
     x, y = centre(1000)
     game.move(x, y, pause=0)
     first = seconds_until_tip(x)
     Screen(os.path.join(shots, "toolbar-tip.png"))
-    x, y = centre(1001)
-    game.move(x, y, pause=0)
-    game.move(x + 1, y, pause=0)
-    second = seconds_until_tip(x)
     assert 0.7 < first < 2.5, f"first tip after {first:.2f} s"
-    assert second < first - 0.3, f"next tip after {second:.2f} s, the first after {first:.2f} s"
     game.move(500, 400)
 
     game.click(*centre(1000))                          # Open Image

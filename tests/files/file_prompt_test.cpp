@@ -66,24 +66,3 @@ TEST_F(FilePrompt, ReplacingAnExistingFileNeedsAYes)
         EXPECT_STREQ("C:\\", appState.puzzleFolder);
     }
 }
-
-TEST_F(FilePrompt, ANewFileIsTakenWithoutAQuestionAndCancelLeavesNoPath)
-{
-    char path[MAX_PATH];
-    const std::string fresh = std::string(folder) + "\\tovira-new.fpp";
-    DeleteFileA(fresh.c_str());
-    bool asked = false;
-    EXPECT_TRUE(choose(SavePrompt, fresh, path, IDYES, &asked));
-    EXPECT_FALSE(asked);
-    EXPECT_STREQ(fresh.c_str(), path);
-
-    EXPECT_FALSE(choose(OpenPrompt, "", path));
-    EXPECT_STREQ("", path);
-
-    char name[MAX_PATH];
-    folderOf("C:\\Pics\\cats\\cat.jpg", folder, name);
-    EXPECT_STREQ("C:\\Pics\\cats", folder);
-    EXPECT_STREQ("cat.jpg", name);
-    folderOf("cat.jpg", folder, nullptr);
-    EXPECT_STREQ("", folder);
-}

@@ -168,29 +168,6 @@ TEST(Picture, ShowingAnotherPictureCutsThePuzzleLooseFromItsFile)
     appState.windowDC = nullptr;
 }
 
-TEST(Ratio, FitsTheLargestBoxOfTheRatioIntoTheGivenOne)
-{
-    struct Case {
-        int width, height;
-        float ratio;
-        int fittedWidth, fittedHeight;
-    } cases[] = {
-        {100, 100, 1.5f, 100, 67},
-        {100, 100, 0.75f, 75, 100},
-        {100, 100, 1.0f, 100, 100},
-        {800, 800, 1.5f, 800, 533},
-        {800, 800, 0.75f, 600, 800},
-        {819, 614, 1.0f, 614, 614},
-        {100, 100, 200.0f / 300.0f, 67, 100},
-    };
-    for (const Case& c : cases) {
-        int w = c.width, h = c.height;
-        fitToRatio(w, h, c.ratio);
-        EXPECT_EQ(c.fittedWidth, w) << c.width << "x" << c.height << " at " << c.ratio;
-        EXPECT_EQ(c.fittedHeight, h) << c.width << "x" << c.height << " at " << c.ratio;
-    }
-}
-
 TEST(Ratio, RoundsHalvesDown)
 {
     EXPECT_EQ(66, roundToInt(66.5f));

@@ -152,54 +152,6 @@ TEST(Draw, ASetPieceLosesItsFrameOnlyAlongSetNeighbours)
     }
 }
 
-TEST(Repaint, TwoSetNeighboursShowNoLineBetweenThem)
-{
-    DrawingBoard d;
-    Puzzle& puzzle = d.puzzle;
-    puzzle.applyOutlineOptions(true, false);
-    for (int p : {8, 9}) {  // neighbours in row 1
-        Piece& piece = puzzle.pieces[p];
-        piece.moveTo(piece.homeX, piece.homeY, false);
-        piece.markSet();
-        puzzle.sendToBottom(p);  // nothing free lies over them
-    }
-    // Free pieces stay out of the puzzle area.
-    for (int p = 0; p < puzzle.pieceCount; ++p) {
-        if (!puzzle.pieces[p].isSet)
-            puzzle.pieces[p].moveTo(0, 650, false);
-    }
-    puzzle.repaintRect(puzzle.getPuzzleArea(false), 0, nullptr);
-
-    const Piece& left = puzzle.pieces[8];
-    const RECT cell = left.getBounds(false, true, false);
-    const int seam = left.homeX + cell.right;  // first column of the right piece's cell
-    const Snapshot shot(d.board.boardDC, seam - 3, left.homeY, 6, left.height);
-    for (int y = left.homeY + cell.top + 1; y < left.homeY + cell.bottom - 1; ++y) {
-        for (int x = seam - 3; x < seam + 3; ++x)
-            ASSERT_NE(Black, shot.at(x, y)) << x << "," << y;
-    }
-    // Their outer sides keep the line.
-    EXPECT_EQ(Black, pixelAt(d.board.boardDC, left.homeX + cell.left, left.homeY + cell.top + 1));
-}
-
-TEST(Repaint, ARectangleInsideASolidCoreNeedsNoBackground)
-{
-    DrawingBoard d;
-    Puzzle& puzzle = d.puzzle;
-    Piece& piece = d.inner();
-    piece.moveTo(500, 300, false);
-    puzzle.raiseToTop(8);
-    const RECT core = piece.getBounds(true, false, true);
-    const RECT inside{core.left + 2, core.top + 2, core.right - 2, core.bottom - 2};
-    std::vector<int> list;
-    const RECT rest = puzzle.occlusionPass(inside, 0, list);
-    EXPECT_TRUE(IsRectEmpty(&rest));
-    ASSERT_FALSE(list.empty());
-    EXPECT_EQ(8, list.back());  // the walk stopped at this piece
-    for (size_t i = 0; i + 1 < list.size(); ++i)
-        EXPECT_GT(puzzle.pieces[list[i]].zIndex, piece.zIndex);
-}
-
 TEST(Repaint, ASocketZoneIsNotSolidSoThePiecesBeneathAreListed)
 {
     DrawingBoard d;

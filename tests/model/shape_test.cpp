@@ -144,30 +144,3 @@ TEST(PieceAt, FindsTheTopmostFreePieceOfTheWindow)
     EXPECT_FALSE(puzzle.pieceAt(board.window, 505, 350, found));  // only the set piece
     EXPECT_FALSE(puzzle.pieceAt(board.window, 900, 650, found));
 }
-
-TEST(Shape, ASharedFrameFillsWhatFramingTheOutlineDraws)
-{
-    TestBoard board;
-    HDC framed = nullptr, filled = nullptr;
-    HBITMAP framedBitmap = nullptr, filledBitmap = nullptr;
-    createMemoryDC(framed, board.windowDC, framedBitmap, 120, 120, false);
-    createMemoryDC(filled, board.windowDC, filledBitmap, 120, 120, false);
-    const ShapeKey keys[] = {{60, 50, 6, Out, In, Out, In},
-                             {60, 50, 6, In, Out, In, Out},
-                             {12, 10, 1, Out, In, In, Out},
-                             {40, 40, 0, Flat, Flat, Flat, Flat}};
-    for (const ShapeKey& key : keys) {
-        HRGN outline = buildOutline(key);
-        HRGN frame = buildFrame(outline);
-        fill(framed, 120, 120, RGB(255, 255, 255));
-        fill(filled, 120, 120, RGB(255, 255, 255));
-        FrameRgn(framed, outline, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)), 1, 1);
-        FillRgn(filled, frame, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
-        EXPECT_TRUE(Snapshot(framed, 0, 0, 120, 120) == Snapshot(filled, 0, 0, 120, 120))
-            << key.cellWidth << "x" << key.cellHeight << " knob " << key.knobSize;
-        gdi::deleteObject(outline);
-        gdi::deleteObject(frame);
-    }
-    deleteMemoryDC(framed, framedBitmap);
-    deleteMemoryDC(filled, filledBitmap);
-}

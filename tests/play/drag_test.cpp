@@ -103,19 +103,6 @@ TEST_F(Dragging, MovesThatWouldReachTheToolbarAreRefused)
     play::drop();
 }
 
-TEST_F(Dragging, TheBoardImageEndsAsARepaintFromScratchWouldMakeIt)
-{
-    placeCell(9, X, Y);
-    placeCell(10, X + 120, Y + 40);
-    play::pickUp(9);
-    for (int i = 0; i < 12; ++i)
-        play::moveBy(i % 2 ? -7 : 15, i % 3 ? 9 : -4);
-    play::drop();
-    play::carryCellTo(11, X - 200, Y - 150);
-    const Snapshot carried = play::boardImage();
-    EXPECT_TRUE(carried == play::freshBoardImage());
-}
-
 // Scrolling the puzzle area while an item is carried must not print the item into the
 // board image.
 TEST_F(Dragging, ARepaintDuringADragLeavesNoTrace)
