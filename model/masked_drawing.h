@@ -12,7 +12,7 @@ void fillMaskedPair(HDC image, HDC mask, int w, int h, HRGN outline, HDC source,
 
 // Draws the picture from source at (sourceX, sourceY) inside outline placed at (x, y) of
 // dest, only within clip, framed when asked: the same pixels as a masked pair of the whole
-// item drawn through clip, in one transfer. The outline is moved and put back.
+// item drawn through clip, in one transfer. The shared outline is left where it is.
 // A frame given is filled; without one the frame is worked out from the outline.
 void drawThroughOutline(HDC dest, const RECT& clip, HRGN outline, int x, int y, HDC source,
                         int sourceX, int sourceY, bool framed, HRGN frame = nullptr);

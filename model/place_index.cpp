@@ -34,11 +34,13 @@ void PlaceIndex::clear()
 
 void PlaceIndex::touch(const Piece* piece)
 {
-    const long p = static_cast<long>(piece - pieces);
-    if (allPending || !pieces || p < 0 || p >= count || isPending[p])
+    if (allPending || !pieces || piece < pieces || piece >= pieces + count)
+        return;
+    const int p = static_cast<int>(piece - pieces);
+    if (isPending[p])
         return;
     isPending[p] = 1;
-    pending.push_back(static_cast<int>(p));
+    pending.push_back(p);
 }
 
 void PlaceIndex::touchAll()
