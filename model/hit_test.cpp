@@ -27,10 +27,6 @@ bool Puzzle::pieceAt(HWND window, int px, int py, int& piece) const
     places.forEachCell(plane, PlaceBox{px, py, px + 1, py + 1},
                        [&](const PlaceBox&, const std::vector<PlaceEntry>& stack) {
                            for (auto at = stack.rbegin(); at != stack.rend() && !hit; ++at) {
-                               const PlaceBox& box = at->box;
-                               if (px < box.left || px >= box.right || py < box.top ||
-                                   py >= box.bottom)
-                                   continue;
                                if (pieces[at->piece].hitTest(window, px, py)) {
                                    piece = at->piece;
                                    hit = true;

@@ -2,24 +2,29 @@
 
 #include "gdi_objects.h"
 
-void createMemoryDC(HDC& dc, HDC referenceDC, HBITMAP& bitmap, int w, int h, bool replace)
+namespace {
+
+void createPair(HDC& dc, HDC referenceDC, HBITMAP& bitmap, int w, int h, bool replace,
+                HBITMAP (*makeBitmap)(HDC, int, int))
 {
     if (replace)
         deleteMemoryDC(dc, bitmap);
-    bitmap = gdi::createCompatibleBitmap(referenceDC, w, h);
+    bitmap = makeBitmap(referenceDC, w, h);
     dc = gdi::createCompatibleDC(referenceDC);
     if (dc && bitmap)
         SelectObject(dc, bitmap);
 }
 
+}  // namespace
+
+void createMemoryDC(HDC& dc, HDC referenceDC, HBITMAP& bitmap, int w, int h, bool replace)
+{
+    createPair(dc, referenceDC, bitmap, w, h, replace, gdi::createCompatibleBitmap);
+}
+
 void createPixelSurface(HDC& dc, HDC referenceDC, HBITMAP& bitmap, int w, int h, bool replace)
 {
-    if (replace)
-        deleteMemoryDC(dc, bitmap);
-    bitmap = gdi::createSurfaceBitmap(referenceDC, w, h);
-    dc = gdi::createCompatibleDC(referenceDC);
-    if (dc && bitmap)
-        SelectObject(dc, bitmap);
+    createPair(dc, referenceDC, bitmap, w, h, replace, gdi::createSurfaceBitmap);
 }
 
 void deleteMemoryDC(HDC& dc, HBITMAP& bitmap)

@@ -50,18 +50,15 @@ void PlaceIndex::touchAll()
 
 void PlaceIndex::raise(int p)
 {
-    if (allPending || p < 0 || p >= count)
-        return;
-    const Filed& f = filed[p];
-    for (int row = f.top; row <= f.bottom; ++row) {
-        for (int column = f.left; column <= f.right; ++column) {
-            std::vector<PlaceEntry>& cell = cells[CellKey{f.plane, column, row}];
-            cell.push_back(eraseFrom(cell, p));
-        }
-    }
+    restack(p, true);
 }
 
 void PlaceIndex::lower(int p)
+{
+    restack(p, false);
+}
+
+void PlaceIndex::restack(int p, bool toTop)
 {
     if (allPending || p < 0 || p >= count)
         return;
@@ -69,7 +66,8 @@ void PlaceIndex::lower(int p)
     for (int row = f.top; row <= f.bottom; ++row) {
         for (int column = f.left; column <= f.right; ++column) {
             std::vector<PlaceEntry>& cell = cells[CellKey{f.plane, column, row}];
-            cell.insert(cell.begin(), eraseFrom(cell, p));
+            const PlaceEntry entry = eraseFrom(cell, p);
+            cell.insert(toTop ? cell.end() : cell.begin(), entry);
         }
     }
 }

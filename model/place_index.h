@@ -81,6 +81,7 @@ private:
     };
 
     Filed cellsOf(int plane, const PlaceBox& box) const;
+    void restack(int p, bool toTop);
     void unfile(int p);
     void file(const PlaceEntry& entry, const Filed& cells, bool atTop);
     // Takes p's entry out of the cell, returning it.

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "model/memory_dc.h"
+#include "model/pixel_runs.h"
 #include "model/puzzle.h"
 
 COLORREF patternColour(int x, int y)
@@ -20,26 +21,22 @@ COLORREF pixelAt(HDC dc, int x, int y)
 Snapshot::Snapshot(HDC source, int left, int top, int w, int h)
     : left(left), top(top), width(w), height(h)
 {
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = w;
-    info.bmiHeader.biHeight = -h;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
-    void* bits = nullptr;
-    HBITMAP section = CreateDIBSection(source, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    HDC dc = CreateCompatibleDC(source);
-    HGDIOBJ old = SelectObject(dc, section);
+    HDC dc = nullptr;
+    HBITMAP bitmap = nullptr;
+    createPixelSurface(dc, source, bitmap, w, h, false);
     BitBlt(dc, 0, 0, w, h, source, left, top, SRCCOPY);
     GdiFlush();
-    const DWORD* p = static_cast<const DWORD*>(bits);
+    PixelSurface copy;
     pixels.resize(static_cast<size_t>(w) * h);
-    for (size_t i = 0; i < pixels.size(); ++i)
-        pixels[i] = RGB((p[i] >> 16) & 0xFF, (p[i] >> 8) & 0xFF, p[i] & 0xFF);
-    SelectObject(dc, old);
-    DeleteDC(dc);
-    DeleteObject(section);
+    if (pixelsOf(dc, copy)) {
+        for (int y = 0; y < h; ++y) {
+            const std::uint32_t* row = copy.row(y);
+            for (int x = 0; x < w; ++x)
+                pixels[static_cast<size_t>(y) * w + x] =
+                    RGB((row[x] >> 16) & 0xFF, (row[x] >> 8) & 0xFF, row[x] & 0xFF);
+        }
+    }
+    deleteMemoryDC(dc, bitmap);
 }
 
 COLORREF Snapshot::at(int x, int y) const
