@@ -142,31 +142,6 @@ TEST(Grid, OneRowOrOneColumnHasFlatSidesAcross)
                                 only.neighbourRight}));
 }
 
-// Per piece: the bottom kind, the right kind, then the pairs of the placement.
-TEST(Grid, RandomNumbersAreDrawnInTheirOrder)
-{
-    TestBoard board;
-    Puzzle puzzle;
-    const unsigned seed = 1234;
-    puzzle.makePuzzle(board.inputs(200, 200, 2, 2, Knobbed, seed));
-
-    Puzzle replay;
-    copyPlacementGeometry(replay, puzzle);
-    seedRandom(seed);
-    for (int p = 0; p < 4; ++p) {
-        const Piece& piece = puzzle.pieces[p];
-        if (p < 2) {
-            EXPECT_EQ(replay.randomKnobKind(), piece.knobBottom) << p;
-        }
-        if (p % 2 == 0) {
-            EXPECT_EQ(replay.randomKnobKind(), piece.knobRight) << p;
-        }
-        const POINT place = replay.randomPosition(100, 100);
-        EXPECT_EQ(place.x, piece.x) << p;
-        EXPECT_EQ(place.y, piece.y) << p;
-    }
-}
-
 TEST(Placement, NeverCoversThePreviewAndStaysOnTheBoard)
 {
     Puzzle puzzle;

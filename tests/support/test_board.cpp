@@ -52,18 +52,6 @@ void fill(HDC dc, int w, int h, COLORREF colour)
     DeleteObject(brush);
 }
 
-void copyPlacementGeometry(Puzzle& to, const Puzzle& from)
-{
-    to.boardLeft = from.boardLeft;
-    to.boardTop = from.boardTop;
-    to.boardWidth = from.boardWidth;
-    to.boardHeight = from.boardHeight;
-    to.previewX = from.previewX;
-    to.previewY = from.previewY;
-    to.previewWidth = from.previewWidth;
-    to.previewHeight = from.previewHeight;
-}
-
 namespace {
 
 const char* boardClass()

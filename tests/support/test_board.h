@@ -52,10 +52,5 @@ public:
     Picture picture;
 };
 
-class Puzzle;
-// Gives `to` the board and preview geometry of `from`, so that its random placements
-// replay those of `from` from the same seed.
-void copyPlacementGeometry(Puzzle& to, const Puzzle& from);
-
 // Fills the top-left w x h of dc with colour.
 void fill(HDC dc, int w, int h, COLORREF colour);
