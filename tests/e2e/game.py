@@ -30,6 +30,22 @@ def wait_for(predicate, timeout=30.0, what="condition"):
     raise AssertionError(f"timed out waiting for {what}")
 
 
+def wait_for_focus(windows, timeout=2.0):
+    """Waits until one of the windows has the keyboard: a window that opens as the program
+    starts may be mapped a moment before it gets the focus, and keys sent then are lost.
+    Without a window manager nothing hands the focus over at times, so then it is given."""
+    def focused():
+        return xdotool("getwindowfocus").strip() in windows
+    try:
+        return wait_for(focused, timeout, "the focus")
+    except AssertionError:
+        xdotool("windowfocus", windows[0])
+        try:
+            return wait_for(focused, 1.0, "the focus")
+        except AssertionError:
+            return False
+
+
 def press(*keys, pause=0.3):
     for k in keys:
         xdotool("key", k)
@@ -187,8 +203,10 @@ class Game:
             self.wait_for_main_window(title)
 
     def wait_for_main_window(self, title=TITLE):
-        self.window = wait_for(lambda: windows_named("^" + re.escape(title) + "$"), 60,
-                               "the main window")[0]
+        found = wait_for(lambda: windows_named("^" + re.escape(title) + "$"), 60, "the main window")
+        self.window = found[0]
+        if not wait_for_focus(found):
+            print("note: the main window is up without the focus")
         time.sleep(0.5)
 
     def set_setting(self, key, name, value):

@@ -6,19 +6,16 @@ import os
 import sys
 import time
 
-from game import Game, Screen, wait_for, windows_named, xdotool
+from game import Game, Screen, wait_for, wait_for_focus, windows_named
 
 exe, shots = sys.argv[1], sys.argv[2]
 SPANISH_TITLE = "Convierta sus imágenes favoritas en puzzles"
 
 
 def dialog_titled(title, timeout=30):
-    """The dialog once it is up and has the keyboard: a dialog that opens as the program starts
-    may be mapped a moment before it gets the focus, and keys sent then are lost."""
+    """The dialog once it is up and has the keyboard."""
     found = wait_for(lambda: windows_named("^" + title + "$"), timeout, f"'{title}'")
-    try:
-        wait_for(lambda: xdotool("getwindowfocus").strip() in found, 5, f"'{title}' to get the focus")
-    except AssertionError:
+    if not wait_for_focus(found):
         print(f"note: {title} up without the focus")  # the pause below still helps
     time.sleep(0.3)
     return found
