@@ -213,9 +213,13 @@ void Puzzle::moveToWindow(int p, HWND window, HDC newTargetDC, int newTrayId)
         }
         takeFromTray(oldTray, m);
         member.isVisible = true;
-        member.draw(member.getBounds(true, false, false), 0, 0, false, false, false, false);
+        if (!item.group)
+            member.draw(member.getBounds(true, false, false), 0, 0, false, false, false, false);
         UnionRect(&arrived, &arrived, &box);
     }
+    // A group is drawn whole once every member is in, with the one outline round it all.
+    if (item.group)
+        drawGroup(arrived, p);
     repaintRect(item.rect, oldTray, window);
     // The item keeps its place on the screen; make sure the new window shows it there.
     InvalidateRect(window, &arrived, FALSE);

@@ -179,8 +179,9 @@ TEST_F(Trays, EnlargingAScrolledTrayUntilTheBarGoesBringsTheContentsBack)
     EXPECT_EQ(x + scrolled, thePuzzle.pieces[9].x);
 }
 
-TEST_F(Trays, AGroupCarriedIntoATrayBringsAllItsMembers)
+TEST_F(Trays, AGroupCarriedIntoATrayBringsAllItsMembersDrawnAsARepaintDrawsThem)
 {
+    thePuzzle.applyOutlineOptions(true, false);  // a group shows one outline round it all
     placeCell(9, 600, 450);
     play::carryCellTo(10, 650, 450);
     thePuzzle.addTray(0);
@@ -196,4 +197,8 @@ TEST_F(Trays, AGroupCarriedIntoATrayBringsAllItsMembers)
     EXPECT_EQ(1, thePuzzle.firstGroup->trayId);
     EXPECT_EQ(t.viewWidth - 30 + 50, cellOf(10).left);
     EXPECT_EQ(thePuzzle.firstGroup->x, thePuzzle.firstGroup->bounds.left);
+    const RECT view{0, 0, t.viewWidth, t.viewHeight};
+    const Snapshot arrived(t.imageDC, 0, 0, t.viewWidth, t.viewHeight);
+    thePuzzle.repaintRect(view, 1, nullptr);
+    EXPECT_TRUE(arrived == Snapshot(t.imageDC, 0, 0, t.viewWidth, t.viewHeight));
 }
