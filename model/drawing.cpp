@@ -131,6 +131,7 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
                        true);
         compositionWidth = compositionBitmap ? targetWidth : 0;
         compositionHeight = compositionBitmap ? targetHeight : 0;
+        compositionOf = NoWindow;
     }
 
     const RECT visible = getPuzzleArea(true);
@@ -207,8 +208,15 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
             piece.draw(part, offsetX, offsetY, up, down, left, right);
     }
 
-    // Dragging restores what lay under the item from this copy of the window's image.
-    BitBlt(compositionDC, 0, 0, targetWidth, targetHeight, target, 0, 0, SRCCOPY);
+    // Dragging restores what lay under the item from this copy of the window's image. While
+    // one window after another repaints into the same surface, only what changed is copied.
+    RECT changed{0, 0, targetWidth, targetHeight};
+    if (compositionOf != trayId)
+        compositionOf = trayId;
+    else if (!intersect(changed, changed, rect))
+        changed = RECT{0, 0, 0, 0};
+    BitBlt(compositionDC, changed.left, changed.top, changed.right - changed.left,
+           changed.bottom - changed.top, target, changed.left, changed.top, SRCCOPY);
 
     if (window) {
         InvalidateRect(window, &rect, FALSE);
@@ -247,6 +255,9 @@ bool Puzzle::prepareDragImage(int p, int mouseX, int mouseY)
     fillMaskedPair(dragImageDC, dragMaskDC, w, h, outline, pictureDC, pictureX, pictureY);
     if (drawOutline)
         frameOutline(dragImageDC, outline);
+    // Drops, slides and new windows draw without a repaint; what is carried now must find the
+    // whole window beneath it in the copy.
+    compositionOf = NoWindow;
     moveItem(p, mouseX, mouseY, true, true, false, false);
     return true;
 }

@@ -158,6 +158,7 @@ void Puzzle::clear()
     places.clear();
     deleteMemoryDC(compositionDC, compositionBitmap);
     compositionWidth = compositionHeight = 0;
+    compositionOf = NoWindow;
     deleteMemoryDC(dragImageDC, dragImageBitmap);
     deleteMemoryDC(dragMaskDC, dragMaskBitmap);
     releaseScratchSurfaces();

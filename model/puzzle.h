@@ -110,6 +110,9 @@ public:
     void (*makeProgress)(int done, int total) = nullptr;
     HBITMAP compositionBitmap;
     int compositionWidth, compositionHeight;
+    static constexpr int NoWindow = -1;
+    // The window (0 or a tray id) the composition surface is a copy of, or NoWindow.
+    int compositionOf = NoWindow;
     HBITMAP dragMaskBitmap;
     HBITMAP dragImageBitmap;
     int pieceCount;
@@ -156,7 +159,7 @@ public:
     HINSTANCE instance;
     HDC pictureDC;      // borrowed from the picture
     HDC boardDC;        // borrowed from the main window
-    HDC compositionDC;  // scratch of the repaint; afterwards a copy of the repainted window
+    HDC compositionDC;  // scratch of the repaint; afterwards a copy of the window repainted
     HDC backgroundDC;   // borrowed from the main window
     HDC previewDC;      // borrowed from the picture
     HDC dragMaskDC;

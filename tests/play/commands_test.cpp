@@ -105,7 +105,7 @@ TEST_F(Commands, OutlineOptionsReachEveryPieceAndAreRepainted)
         EXPECT_EQ(!outline, thePuzzle.pieces[p].drawOutline);
     EXPECT_EQ(!outline ? MF_CHECKED : MF_UNCHECKED,
               GetMenuState(appState.menu, IDM_DRAW_OUTLINE, MF_BYCOMMAND) & MF_CHECKED);
-    EXPECT_TRUE(play::boardImage() == play::freshBoardImage());
+    EXPECT_TRUE(play::boardIsAsRepainted());
     RouteCommand(session::mainWindow(), IDM_DRAW_OUTLINE, 0);
     EXPECT_EQ(outline, thePuzzle.drawOutline);
 }
@@ -161,7 +161,7 @@ TEST_F(Commands, ShrinkingTheWindowBringsLooseItemsBackAndGrowingShowsADrawnBoar
     SetWindowPos(window, nullptr, 0, 0, full.right - full.left, full.bottom - full.top,
                  SWP_NOZORDER | SWP_NOMOVE | SWP_NOACTIVATE);
     play::carryCellTo(2, appState.boardImageWidth - 120, 500);
-    EXPECT_TRUE(play::boardImage() == play::freshBoardImage());
+    EXPECT_TRUE(play::boardIsAsRepainted());
     int p = -1;
     EXPECT_TRUE(thePuzzle.pieceAt(window, appState.boardImageWidth - 70, 550, p));
     EXPECT_EQ(2, p);

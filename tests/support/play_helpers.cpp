@@ -74,4 +74,10 @@ Snapshot freshBoardImage()
     return boardImage();
 }
 
+bool boardIsAsRepainted()
+{
+    const Snapshot before = boardImage();
+    return before == freshBoardImage();
+}
+
 }  // namespace play

@@ -40,5 +40,7 @@ inline bool sameRect(const RECT& a, const RECT& b)
 // The main window's board image as it is, and as a repaint from scratch makes it.
 Snapshot boardImage();
 Snapshot freshBoardImage();
+// Whether the board image is as it is and as a repaint makes it alike (taken in that order).
+bool boardIsAsRepainted();
 
 }  // namespace play
