@@ -125,12 +125,13 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
         targetWidth = currentTray->viewWidth;
         targetHeight = currentTray->viewHeight;
     }
-    // The scratch surface is kept while the window it mirrors keeps its size.
-    if (!compositionDC || compositionWidth != targetWidth || compositionHeight != targetHeight) {
-        createMemoryDC(compositionDC, pictureDC, compositionBitmap, targetWidth, targetHeight,
-                       true);
-        compositionWidth = compositionBitmap ? targetWidth : 0;
-        compositionHeight = compositionBitmap ? targetHeight : 0;
+    // The scratch surface is shared by the board and the trays, so it only ever grows.
+    if (!compositionDC || compositionWidth < targetWidth || compositionHeight < targetHeight) {
+        const int w = std::max(compositionWidth, targetWidth);
+        const int h = std::max(compositionHeight, targetHeight);
+        createMemoryDC(compositionDC, pictureDC, compositionBitmap, w, h, true);
+        compositionWidth = compositionBitmap ? w : 0;
+        compositionHeight = compositionBitmap ? h : 0;
         compositionOf = NoWindow;
     }
 
