@@ -112,28 +112,42 @@ RECT Puzzle::occlusionPass(const RECT& rect, int trayId, std::vector<int>& list,
     return backgroundShows ? rect : RECT{0, 0, 0, 0};
 }
 
+bool Puzzle::windowImage(int trayId, HDC& image, int& w, int& h)
+{
+    if (trayId == 0) {
+        image = boardDC;
+        w = boardImageWidth;
+        h = boardImageHeight;
+        return true;
+    }
+    if (!(currentTray && currentTray->id == trayId) && !findTray(trayId, true))
+        return false;
+    image = currentTray->imageDC;
+    w = currentTray->viewWidth;
+    h = currentTray->viewHeight;
+    return true;
+}
+
+bool Puzzle::keepComposition(int w, int h)
+{
+    // Shared by the board and the trays, so it only ever grows.
+    if (compositionBitmap && compositionWidth >= w && compositionHeight >= h)
+        return true;
+    w = std::max(compositionWidth, w);
+    h = std::max(compositionHeight, h);
+    createMemoryDC(compositionDC, pictureDC, compositionBitmap, w, h, true);
+    compositionWidth = compositionBitmap ? w : 0;
+    compositionHeight = compositionBitmap ? h : 0;
+    compositionOf = NoWindow;
+    return compositionBitmap != nullptr;
+}
+
 void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
 {
-    if (!made)
+    HDC target = nullptr;
+    int targetWidth = 0, targetHeight = 0;
+    if (!made || !windowImage(trayId, target, targetWidth, targetHeight))
         return;
-    HDC target = boardDC;
-    int targetWidth = boardImageWidth, targetHeight = boardImageHeight;
-    if (trayId != 0) {
-        if (!(currentTray && currentTray->id == trayId) && !findTray(trayId, true))
-            return;
-        target = currentTray->imageDC;
-        targetWidth = currentTray->viewWidth;
-        targetHeight = currentTray->viewHeight;
-    }
-    // The scratch surface is shared by the board and the trays, so it only ever grows.
-    if (!compositionDC || compositionWidth < targetWidth || compositionHeight < targetHeight) {
-        const int w = std::max(compositionWidth, targetWidth);
-        const int h = std::max(compositionHeight, targetHeight);
-        createMemoryDC(compositionDC, pictureDC, compositionBitmap, w, h, true);
-        compositionWidth = compositionBitmap ? w : 0;
-        compositionHeight = compositionBitmap ? h : 0;
-        compositionOf = NoWindow;
-    }
 
     const RECT visible = getPuzzleArea(true);
 
@@ -142,22 +156,17 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
     const RECT remaining = occlusionPass(rect, trayId, list, &parts);
 
     if (!IsRectEmpty(&remaining)) {
-        const int w = remaining.right - remaining.left;
-        const int h = remaining.bottom - remaining.top;
-        BitBlt(compositionDC, remaining.left, remaining.top, w, h, nullptr, 0, 0, WHITENESS);
-        if (trayId == 0) {
-            const RECT preview{previewX, previewY, previewX + previewWidth,
-                               previewY + previewHeight};
-            RECT part;
-            if (intersect(part, preview, remaining))
-                BitBlt(compositionDC, part.left, part.top, part.right - part.left,
-                       part.bottom - part.top, previewDC, part.left - previewX, part.top - previewY,
-                       SRCCOPY);
-            BitBlt(compositionDC, originX, originY, visibleWidth, visibleHeight, backgroundDC,
-                   originX, originY, SRCCOPY);
-        }
-        BitBlt(target, remaining.left, remaining.top, w, h, compositionDC, remaining.left,
-               remaining.top, SRCCOPY);
+        BitBlt(target, remaining.left, remaining.top, remaining.right - remaining.left,
+               remaining.bottom - remaining.top, nullptr, 0, 0, WHITENESS);
+        RECT part;
+        const RECT preview{previewX, previewY, previewX + previewWidth, previewY + previewHeight};
+        const RECT area{originX, originY, originX + visibleWidth, originY + visibleHeight};
+        if (trayId == 0 && intersect(part, preview, remaining))
+            BitBlt(target, part.left, part.top, part.right - part.left, part.bottom - part.top,
+                   previewDC, part.left - previewX, part.top - previewY, SRCCOPY);
+        if (trayId == 0 && intersect(part, area, remaining))
+            BitBlt(target, part.left, part.top, part.right - part.left, part.bottom - part.top,
+                   backgroundDC, part.left, part.top, SRCCOPY);
     }
 
     // Lowest first, so that higher pieces cover lower ones; each where it still shows.
@@ -212,7 +221,9 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
     // Dragging restores what lay under the item from this copy of the window's image. While
     // one window after another repaints into the same surface, only what changed is copied.
     RECT changed{0, 0, targetWidth, targetHeight};
-    if (compositionOf != trayId)
+    if (!keepComposition(targetWidth, targetHeight))
+        changed = RECT{0, 0, 0, 0};
+    else if (compositionOf != trayId)
         compositionOf = trayId;
     else if (!intersect(changed, changed, rect))
         changed = RECT{0, 0, 0, 0};
@@ -248,7 +259,12 @@ bool Puzzle::prepareDragImage(int p, int mouseX, int mouseY)
     }
     createMemoryDC(dragImageDC, pictureDC, dragImageBitmap, w, h, true);
     createMemoryDC(dragMaskDC, pictureDC, dragMaskBitmap, w, h, true);
-    if (!dragImageBitmap || !dragMaskBitmap) {
+    // What lies beneath the item is restored from the copy of its window as it moves.
+    HDC window = nullptr;
+    int windowWidth = 0, windowHeight = 0;
+    const bool beneath = windowImage(piece.trayId, window, windowWidth, windowHeight) &&
+                         keepComposition(windowWidth, windowHeight);
+    if (!dragImageBitmap || !dragMaskBitmap || !beneath) {
         deleteMemoryDC(dragImageDC, dragImageBitmap);
         deleteMemoryDC(dragMaskDC, dragMaskBitmap);
         return false;

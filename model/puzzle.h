@@ -186,6 +186,10 @@ private:
     // visible area.
     bool placeOf(int p, int& plane, PlaceBox& box, PlaceBox& core) const;
     void syncPlaces() const;
+    // The image of the main window (0) or a tray, and the size a repaint covers.
+    bool windowImage(int trayId, HDC& image, int& w, int& h);
+    // Makes sure the composition surface holds at least w x h; false when it cannot.
+    bool keepComposition(int w, int h);
     bool buildPieces();
     bool neighbourIsSet(int neighbour) const;
 };
