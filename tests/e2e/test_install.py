@@ -21,6 +21,7 @@ prefix = os.path.join(build, "wineprefix-install")
 os.environ["WINEPREFIX"] = prefix
 os.environ["WINEDLLOVERRIDES"] = os.environ.get("WINEDLLOVERRIDES", "") + ";winemenubuilder.exe=d"
 wine = os.environ.get("WINE", "wine")
+wineserver = os.environ.get("WINESERVER", "wineserver")
 UNINSTALL_KEY = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\ToviraPuzzle"
 HELP_FILES = ["ToviraPuzzle.hlp", "ToviraPuzzle.cnt", "ToviraPuzzle.chm",
               "ToviraPuzzleEs.hlp", "ToviraPuzzleEs.cnt", "ToviraPuzzleEs.chm"]
@@ -52,6 +53,10 @@ def start_and_check(folder, start):
         Screen(os.path.join(shots, "install-no-program.png"))
         print(subprocess.run(["xdotool", "search", "--name", ".", "getwindowname", "%@"],
                              capture_output=True, text=True).stdout)
+        print(subprocess.run(["ps", "-eo", "pid,etime,args"], capture_output=True,
+                             text=True).stdout)
+        with open(os.path.join(shots, "install-start.log")) as log:
+            print(log.read())
         raise
     if windows_named("^Select your language$"):
         # Without a window manager the new dialog may not have the keyboard yet.
@@ -71,12 +76,20 @@ def start_and_check(folder, start):
 
 
 shutil.rmtree(prefix, ignore_errors=True)
+start_log = open(os.path.join(shots, "install-start.log"), "w")
 packages = tempfile.mkdtemp(prefix="tovira-packages-")
 try:
     made = run("bash", os.path.join(root, "scripts", "package.sh"), arch, build, packages)
     assert made.returncode == 0, made.stderr
     setup, archive = made.stdout.split()
     run(wine, "wineboot", "-i", timeout=300)
+    # One server for the rest of the test: each server started afresh boots the prefix again
+    # first, and once the shortcut's program did not start within two minutes of that.
+    # The prefix's services start with the server's first client and keep its streams.
+    run(wineserver, "-w")
+    for command in ([wineserver, "-p"], [wine, "cmd", "/c", "exit"]):
+        subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL, timeout=120)
 
     assert run(wine, setup, "/S").returncode == 0
     user = os.path.join(prefix, "drive_c", "users", getpass.getuser())
@@ -92,7 +105,7 @@ try:
 
     start_and_check(installed, lambda: subprocess.Popen(
         [wine, "start", "/unix", shortcut], stdin=subprocess.DEVNULL,
-        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+        stdout=start_log, stderr=subprocess.STDOUT, env=dict(os.environ, WINEDEBUG="err+all")))
     Screen(os.path.join(shots, "installed-run.png"))
     saved = os.path.join(installed, "Puz", "saved.fpp")
     with open(saved, "wb") as f:
@@ -120,4 +133,4 @@ try:
           f"({os.path.getsize(setup)} and {os.path.getsize(archive)} bytes)")
 finally:
     shutil.rmtree(packages, ignore_errors=True)
-    subprocess.run([os.environ.get("WINESERVER", "wineserver"), "-k"], capture_output=True)
+    subprocess.run([wineserver, "-k"], capture_output=True)
