@@ -159,7 +159,7 @@ public:
     HINSTANCE instance;
     HDC pictureDC;      // borrowed from the picture
     HDC boardDC;        // borrowed from the main window
-    HDC compositionDC;  // scratch of the repaint; afterwards a copy of the window repainted
+    HDC compositionDC;  // a copy of the window repainted last, which dragging restores from
     HDC backgroundDC;   // borrowed from the main window
     HDC previewDC;      // borrowed from the picture
     HDC dragMaskDC;
