@@ -39,6 +39,15 @@ std::string menuText(int slot, const char* path)
     return text;
 }
 
+bool contains(const RecentList& list, int count, const char* path)
+{
+    for (int slot = 0; slot < count; ++slot) {
+        if (lstrcmpA(list.entries[slot], path) == 0)
+            return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 void LoadRecentLists()
@@ -47,12 +56,13 @@ void LoadRecentLists()
         RecentList& list = appState.recent[kind];
         list.count = 0;
         list.lastMenuId = 0;
-        // Entries are taken in slot order; a missing or empty slot leaves no gap.
+        // Entries are taken in slot order; a missing or empty slot leaves no gap, and a
+        // path already taken (the registry may have been edited by hand) is left out.
         for (int slot = 0; slot < RecentCapacity; ++slot) {
             char* entry = list.entries[list.count];
             if (QueryStringValue(appState.historyKey, valueName(kind, slot).c_str(), entry,
                                  MAX_PATH) &&
-                entry[0])
+                entry[0] && !contains(list, list.count, entry))
                 ++list.count;
         }
     }
@@ -74,10 +84,8 @@ void SaveRecentLists()
 
 void AddRecent(RecentList& list, const char* path, int kind)
 {
-    for (int slot = 0; slot < list.count; ++slot) {
-        if (lstrcmpA(list.entries[slot], path) == 0)
-            return;
-    }
+    if (contains(list, list.count, path))
+        return;
     if (list.count < RecentCapacity)
         ++list.count;
     for (int slot = list.count - 1; slot >= 1; --slot)

@@ -100,4 +100,7 @@ TEST(RecentFiles, NewestFirstNoDuplicatesAtMostThreeAndKeptAcrossRuns)
     LoadRecentLists();
     ASSERT_EQ(3, appState.recent[RecentPictures].count);
     EXPECT_STREQ("C:\\c.jpg", appState.recent[RecentPictures].entries[1]);
+    WriteSetting(appState.historyKey, "PictHist2", "C:\\d.jpg");  // a duplicate made by hand
+    LoadRecentLists();
+    EXPECT_EQ(2, appState.recent[RecentPictures].count);
 }
