@@ -43,6 +43,7 @@ def run_once(clone, shot):
     assert run.poll() is None, "the game did not stay up"
     subprocess.run(["import", "-window", "root", shot], check=True,
                    env={**os.environ, "DISPLAY": display})
+    on(display, "search", "--onlyvisible", "--name", TITLE, "windowfocus")  # no window manager
     on(display, "key", "alt+p")
     time.sleep(0.5)
     on(display, "key", "x")
