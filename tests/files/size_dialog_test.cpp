@@ -78,24 +78,18 @@ protected:
 
 }  // namespace
 
-TEST_F(SizeDialog, PixelsUpTo9999AreTakenAndLongerValuesRefused)
+TEST_F(SizeDialog, PixelsUpTo9999AreTakenAndLongerValuesRefusedKeepingAValidOther)
 {
-    DialogRun r = run(Pixels, {{"10000", "500", 0}, {"9999", "1234", 0}});
-    EXPECT_EQ(IDC_SIZE_OK, r.result);
+    DialogRun r = run(Pixels, {{"10000", "500", 0}});  // then Cancel
+    EXPECT_EQ(IDC_SIZE_CANCEL, r.result);
     EXPECT_EQ("Enter Puzzle Size in pixels", r.title);
     EXPECT_TRUE(r.checkBoxesShown);
     EXPECT_EQ(std::vector<std::string>{TooLarge}, r.messages);
+    EXPECT_EQ(0, makeParameters.width);
+    EXPECT_EQ(500, makeParameters.height);
+    EXPECT_EQ(IDC_SIZE_OK, run(Pixels, {{"9999", "1234", 0}}).result);
     EXPECT_EQ(9999, makeParameters.width);
     EXPECT_EQ(1234, makeParameters.height);
-}
-
-TEST_F(SizeDialog, AValidSecondValueIsStoredEvenWhenTheFirstIsRefused)
-{
-    DialogRun r = run(Pixels, {{"12345", "321", 0}});  // then Cancel
-    EXPECT_EQ(IDC_SIZE_CANCEL, r.result);
-    EXPECT_EQ(1u, r.messages.size());
-    EXPECT_EQ(0, makeParameters.width);
-    EXPECT_EQ(321, makeParameters.height);
 }
 
 TEST_F(SizeDialog, PiecesUpTo999AreTakenAndAThousandRefused)
