@@ -131,15 +131,16 @@ bool Puzzle::windowImage(int trayId, HDC& image, int& w, int& h)
 bool Puzzle::keepComposition(int w, int h)
 {
     // Shared by the board and the trays, so it only ever grows.
-    if (compositionBitmap && compositionWidth >= w && compositionHeight >= h)
+    if (compositionDC && compositionBitmap && compositionWidth >= w && compositionHeight >= h)
         return true;
     w = std::max(compositionWidth, w);
     h = std::max(compositionHeight, h);
     createMemoryDC(compositionDC, pictureDC, compositionBitmap, w, h, true);
-    compositionWidth = compositionBitmap ? w : 0;
-    compositionHeight = compositionBitmap ? h : 0;
+    const bool ready = compositionDC && compositionBitmap;
+    compositionWidth = ready ? w : 0;
+    compositionHeight = ready ? h : 0;
     compositionOf = NoWindow;
-    return compositionBitmap != nullptr;
+    return ready;
 }
 
 void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
