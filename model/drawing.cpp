@@ -221,15 +221,14 @@ void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
 
     // Dragging restores what lay under the item from this copy of the window's image. While
     // one window after another repaints into the same surface, only what changed is copied.
-    RECT changed{0, 0, targetWidth, targetHeight};
-    if (!keepComposition(targetWidth, targetHeight))
-        changed = RECT{0, 0, 0, 0};
-    else if (compositionOf != trayId)
+    if (keepComposition(targetWidth, targetHeight)) {
+        RECT changed{0, 0, targetWidth, targetHeight};
+        if (compositionOf == trayId)
+            intersect(changed, changed, rect);
         compositionOf = trayId;
-    else if (!intersect(changed, changed, rect))
-        changed = RECT{0, 0, 0, 0};
-    BitBlt(compositionDC, changed.left, changed.top, changed.right - changed.left,
-           changed.bottom - changed.top, target, changed.left, changed.top, SRCCOPY);
+        BitBlt(compositionDC, changed.left, changed.top, changed.right - changed.left,
+               changed.bottom - changed.top, target, changed.left, changed.top, SRCCOPY);
+    }
 
     if (window) {
         InvalidateRect(window, &rect, FALSE);
@@ -261,10 +260,10 @@ bool Puzzle::prepareDragImage(int p, int mouseX, int mouseY)
     createMemoryDC(dragImageDC, pictureDC, dragImageBitmap, w, h, true);
     createMemoryDC(dragMaskDC, pictureDC, dragMaskBitmap, w, h, true);
     // What lies beneath the item is restored from the copy of its window as it moves.
-    HDC window = nullptr;
-    int windowWidth = 0, windowHeight = 0;
-    const bool beneath = windowImage(piece.trayId, window, windowWidth, windowHeight) &&
-                         keepComposition(windowWidth, windowHeight);
+    HDC image = nullptr;
+    int imageWidth = 0, imageHeight = 0;
+    const bool beneath = windowImage(piece.trayId, image, imageWidth, imageHeight) &&
+                         keepComposition(imageWidth, imageHeight);
     if (!dragImageBitmap || !dragMaskBitmap || !beneath) {
         deleteMemoryDC(dragImageDC, dragImageBitmap);
         deleteMemoryDC(dragMaskDC, dragMaskBitmap);

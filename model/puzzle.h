@@ -52,6 +52,9 @@ public:
     bool pieceAt(HWND window, int px, int py, int& piece) const;
 
     // ---- Drawing
+    // The image of the main window (0) or a tray, and the size a repaint covers; false for
+    // a tray that is gone.
+    bool windowImage(int trayId, HDC& image, int& w, int& h);
     void repaintRect(const RECT& rect, int trayId, HWND window);
     // The first step of a repaint: lists, top first, the pieces of the window that meet rect
     // down to where the solid cores of higher pieces hide everything, and returns the part
@@ -186,8 +189,6 @@ private:
     // visible area.
     bool placeOf(int p, int& plane, PlaceBox& box, PlaceBox& core) const;
     void syncPlaces() const;
-    // The image of the main window (0) or a tray, and the size a repaint covers.
-    bool windowImage(int trayId, HDC& image, int& w, int& h);
     // Makes sure the composition surface holds at least w x h; false when it cannot.
     bool keepComposition(int w, int h);
     bool buildPieces();

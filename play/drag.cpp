@@ -102,12 +102,10 @@ void Puzzle::moveItem(int p, int x, int y, bool raise, bool rebuild, bool toHome
                       bool acrossWindows)
 {
     Piece& piece = pieces[p];
-    HDC surface = boardDC;
-    if (piece.trayId != 0) {
-        if (!findTray(piece.trayId, true))
-            return;
-        surface = currentTray->imageDC;
-    }
+    HDC surface = nullptr;
+    int surfaceWidth = 0, surfaceHeight = 0;
+    if (!windowImage(piece.trayId, surface, surfaceWidth, surfaceHeight))
+        return;
     Item item;
     if (!itemOf(*this, p, item))
         return;
@@ -369,8 +367,9 @@ void repaintBeneathDrag(const RECT& rect, int trayId, HWND window)
     puzzle.repaintRect(area, itemTray, nullptr);
     for (int m : item.members)
         puzzle.pieces[m].isVisible = true;
-    if (itemTray == 0 || puzzle.findTray(itemTray, true)) {
-        HDC surface = itemTray == 0 ? puzzle.boardDC : puzzle.currentTray->imageDC;
+    HDC surface = nullptr;
+    int surfaceWidth = 0, surfaceHeight = 0;
+    if (puzzle.windowImage(itemTray, surface, surfaceWidth, surfaceHeight)) {
         blitMasked(surface, item.rect.left, item.rect.top, item.width(), item.height(),
                    puzzle.dragMaskDC, puzzle.dragImageDC, 0, 0);
     }
