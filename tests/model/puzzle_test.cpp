@@ -106,8 +106,6 @@ TEST(Make, ALargePuzzleHoldsFewGdiObjects)
     puzzle.makePuzzle(inputs);
     EXPECT_EQ(10000, puzzle.pieceCount);
     EXPECT_LT(gdi::liveObjects() - before, 400);
-    puzzle.clear();
-    EXPECT_EQ(before, gdi::liveObjects());
 }
 
 TEST(NearHome, WithinFourPixelsOnBothAxes)
