@@ -12,6 +12,7 @@
 #include "files/collection.h"
 #include "files/collection_commands.h"
 #include "files/file_prompt.h"
+#include "files/message.h"
 #include "files/picture.h"
 #include "files/puzzle_file.h"
 #include "files/size_dialog.h"
@@ -165,8 +166,9 @@ void RunCommand(int id, LPARAM)
         thePuzzle.shufflePieces();
         break;
     case IDT_ADD_TRAY:
-        if (thePuzzle.made)
-            thePuzzle.addTray(0);
+        if (thePuzzle.made && thePuzzle.addTray(0) == 0)
+            showMessage(appState.instance, appState.mainWindow, IDS_LOW_RESOURCES,
+                        IDS_SYSTEM_ERROR, MB_OK);
         break;
     case IDT_SOUND:
         ToggleSound(true);

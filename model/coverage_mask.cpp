@@ -1,6 +1,8 @@
 #include "model/coverage_mask.h"
 
 #include <algorithm>
+#include <limits>
+#include <new>
 
 namespace {
 
@@ -11,6 +13,13 @@ std::uint64_t span(int from, int to)
     return high & ~((std::uint64_t(1) << from) - 1);
 }
 
+// The length of [low, high), worked out without overflow and capped at the largest int.
+int side(int low, int high)
+{
+    const long long length = static_cast<long long>(high) - low;
+    return static_cast<int>(std::clamp<long long>(length, 0, std::numeric_limits<int>::max()));
+}
+
 int popcount(std::uint64_t v)
 {
     return __builtin_popcountll(v);
@@ -19,11 +28,15 @@ int popcount(std::uint64_t v)
 }  // namespace
 
 CoverageMask::CoverageMask(int left, int top, int right, int bottom)
-    : originX(left), originY(top), width(std::max(0, right - left)),
-      height(std::max(0, bottom - top)), wordsPerRow((width + 63) / 64),
-      uncovered(static_cast<long long>(width) * height),
-      bits(static_cast<size_t>(wordsPerRow) * static_cast<size_t>(height), 0)
+    : originX(left), originY(top), width(side(left, right)), height(side(top, bottom)),
+      wordsPerRow(static_cast<int>((static_cast<long long>(width) + 63) / 64)),
+      uncovered(static_cast<long long>(width) * height)
 {
+    // Sized in 64 bits: a rectangle too large for this process is refused, never wrapped.
+    const std::uint64_t words = static_cast<std::uint64_t>(wordsPerRow) * height;
+    if (words > bits.max_size())
+        throw std::bad_alloc();
+    bits.assign(static_cast<size_t>(words), 0);
 }
 
 bool CoverageMask::clip(int& left, int& top, int& right, int& bottom) const

@@ -7,7 +7,8 @@
 
 class CoverageMask {
 public:
-    // The rectangle [left, right) x [top, bottom) in the window's coordinates.
+    // The rectangle [left, right) x [top, bottom) in the window's coordinates; one too large
+    // to hold throws std::bad_alloc.
     CoverageMask(int left, int top, int right, int bottom);
 
     // Whether every pixel of the given rectangle inside the mask's is covered (true for a

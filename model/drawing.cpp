@@ -1,6 +1,7 @@
 // Repainting windows back to front from the background and the pieces, drawing groups, the
 // images used while dragging, and the pattern of piece outlines in the puzzle area.
 #include <algorithm>
+#include <new>
 #include <vector>
 
 #include "model/coverage_mask.h"
@@ -112,6 +113,50 @@ RECT Puzzle::occlusionPass(const RECT& rect, int trayId, std::vector<int>& list,
     return backgroundShows ? rect : RECT{0, 0, 0, 0};
 }
 
+void Puzzle::drawShownPart(int p, const RECT& shows, PieceCanvas& canvas)
+{
+    Piece& piece = pieces[p];
+    RECT bounds = piece.getBounds(true, false, false);
+    RECT clip = shows;
+    int offsetX = 0, offsetY = 0;
+    if (piece.isSet) {
+        if (!intersect(bounds, bounds, canvas.visible))
+            return;
+        OffsetRect(&clip, scrollX, scrollY);
+        offsetX = scrollX;
+        offsetY = scrollY;
+    }
+    RECT part;
+    if (!intersect(part, bounds, clip))
+        return;
+    const bool up = neighbourIsSet(piece.neighbourUp);
+    const bool down = neighbourIsSet(piece.neighbourDown);
+    const bool left = neighbourIsSet(piece.neighbourLeft);
+    const bool right = neighbourIsSet(piece.neighbourRight);
+    if (canvas.direct && !piece.isGrouped && piece.targetDC == canvas.target) {
+        if (!canvas.flushed)
+            GdiFlush();
+        canvas.flushed = piece.drawDirect(canvas.targetPixels, canvas.picturePixels, part, offsetX,
+                                          offsetY, up, down, left, right);
+        if (canvas.flushed)
+            return;
+    }
+    canvas.flushed = false;
+    // Well inside the piece, clear of its outline and frame, the picture is copied as is.
+    RECT solid = piece.getBounds(true, false, true), inside;
+    InflateRect(&solid, -1, -1);
+    if (intersect(inside, part, solid) && EqualRect(&inside, &part)) {
+        BitBlt(piece.targetDC, part.left - offsetX, part.top - offsetY, part.right - part.left,
+               part.bottom - part.top, pictureDC, piece.sourceX + part.left - piece.x,
+               piece.sourceY + part.top - piece.y, SRCCOPY);
+        return;
+    }
+    if (piece.isGrouped)
+        drawGroup(part, p);
+    else
+        piece.draw(part, offsetX, offsetY, up, down, left, right);
+}
+
 bool Puzzle::windowImage(int trayId, HDC& image, int& w, int& h)
 {
     if (trayId == 0) {
@@ -122,9 +167,10 @@ bool Puzzle::windowImage(int trayId, HDC& image, int& w, int& h)
     }
     if (!(currentTray && currentTray->id == trayId) && !findTray(trayId, true))
         return false;
+    // A view larger than an image that could not grow is drawn only as far as the image.
     image = currentTray->imageDC;
-    w = currentTray->viewWidth;
-    h = currentTray->viewHeight;
+    w = std::min(currentTray->viewWidth, currentTray->contentWidth);
+    h = std::min(currentTray->viewHeight, currentTray->contentHeight);
     return true;
 }
 
@@ -143,80 +189,59 @@ bool Puzzle::keepComposition(int w, int h)
     return ready;
 }
 
-void Puzzle::repaintRect(const RECT& rect, int trayId, HWND window)
+void Puzzle::repaintRect(const RECT& asked, int trayId, HWND window)
 {
     HDC target = nullptr;
     int targetWidth = 0, targetHeight = 0;
     if (!made || !windowImage(trayId, target, targetWidth, targetHeight))
+        return;
+    // Nothing is drawn, or sized, beyond the image: an item far outside it costs nothing.
+    RECT rect;
+    if (!intersect(rect, asked, RECT{0, 0, targetWidth, targetHeight}))
         return;
 
     const RECT visible = getPuzzleArea(true);
 
     std::vector<int> list;
     std::vector<RECT> parts;
-    const RECT remaining = occlusionPass(rect, trayId, list, &parts);
+    RECT remaining = rect;
+    bool listed = true;
+    try {
+        remaining = occlusionPass(rect, trayId, list, &parts);
+    } catch (const std::bad_alloc&) {
+        listed = false;
+    }
 
     if (!IsRectEmpty(&remaining)) {
         BitBlt(target, remaining.left, remaining.top, remaining.right - remaining.left,
                remaining.bottom - remaining.top, nullptr, 0, 0, WHITENESS);
+        // The board as Make builds it: the framed puzzle area, then the preview over it.
         RECT part;
         const RECT preview{previewX, previewY, previewX + previewWidth, previewY + previewHeight};
         const RECT area{originX, originY, originX + visibleWidth, originY + visibleHeight};
-        if (trayId == 0 && intersect(part, preview, remaining))
-            BitBlt(target, part.left, part.top, part.right - part.left, part.bottom - part.top,
-                   previewDC, part.left - previewX, part.top - previewY, SRCCOPY);
         if (trayId == 0 && intersect(part, area, remaining))
             BitBlt(target, part.left, part.top, part.right - part.left, part.bottom - part.top,
                    backgroundDC, part.left, part.top, SRCCOPY);
+        if (trayId == 0 && intersect(part, preview, remaining))
+            BitBlt(target, part.left, part.top, part.right - part.left, part.bottom - part.top,
+                   previewDC, part.left - previewX, part.top - previewY, SRCCOPY);
     }
 
     // Lowest first, so that higher pieces cover lower ones; each where it still shows.
     // Pieces are copied into the surface's pixels directly where they can be; what the GDI
     // may still hold back is flushed before each such run of copies.
-    PixelSurface targetPixels, picturePixels;
-    const bool direct = pixelsOf(target, targetPixels) && pixelsOf(pictureDC, picturePixels);
-    bool flushed = false;
-    for (size_t i = list.size(); i-- > 0;) {
-        Piece& piece = pieces[list[i]];
-        RECT bounds = piece.getBounds(true, false, false);
-        RECT clip = parts[i];
-        int offsetX = 0, offsetY = 0;
-        if (piece.isSet) {
-            if (!intersect(bounds, bounds, visible))
-                continue;
-            OffsetRect(&clip, scrollX, scrollY);
-            offsetX = scrollX;
-            offsetY = scrollY;
+    PieceCanvas canvas{target, visible, {}, {}, false, false};
+    canvas.direct = pixelsOf(target, canvas.targetPixels) && pixelsOf(pictureDC, canvas.picturePixels);
+    if (listed) {
+        for (size_t i = list.size(); i-- > 0;)
+            drawShownPart(list[i], parts[i], canvas);
+    } else {
+        // Without the memory for the lookup, every piece of the window is drawn in turn.
+        for (int z = 0; z < pieceCount; ++z) {
+            const Piece& piece = pieces[zOrder[z]];
+            if (piece.isVisible && (piece.isSet ? trayId == 0 : piece.trayId == trayId))
+                drawShownPart(zOrder[z], rect, canvas);
         }
-        RECT part;
-        if (!intersect(part, bounds, clip))
-            continue;
-        const bool up = neighbourIsSet(piece.neighbourUp);
-        const bool down = neighbourIsSet(piece.neighbourDown);
-        const bool left = neighbourIsSet(piece.neighbourLeft);
-        const bool right = neighbourIsSet(piece.neighbourRight);
-        if (direct && !piece.isGrouped && piece.targetDC == target) {
-            if (!flushed)
-                GdiFlush();
-            flushed = piece.drawDirect(targetPixels, picturePixels, part, offsetX, offsetY, up,
-                                       down, left, right);
-            if (flushed)
-                continue;
-        }
-        flushed = false;
-        // Well inside the piece, clear of its outline and frame, the picture is copied as is.
-        RECT solid = piece.getBounds(true, false, true), inside;
-        InflateRect(&solid, -1, -1);
-        if (intersect(inside, part, solid) && EqualRect(&inside, &part)) {
-            BitBlt(piece.targetDC, part.left - offsetX, part.top - offsetY, part.right - part.left,
-                   part.bottom - part.top, pictureDC, piece.sourceX + part.left - piece.x,
-                   piece.sourceY + part.top - piece.y, SRCCOPY);
-            continue;
-        }
-        if (piece.isGrouped)
-            drawGroup(part, list[i]);
-        else
-            piece.draw(part, offsetX, offsetY, up, down, left, right);
     }
 
     // Dragging restores what lay under the item from this copy of the window's image. While

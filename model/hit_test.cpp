@@ -1,3 +1,5 @@
+#include <new>
+
 #include "model/puzzle.h"
 #include "play/tray.h"
 
@@ -22,7 +24,18 @@ bool Puzzle::pieceAt(HWND window, int px, int py, int& piece) const
     }
     if (plane < 0)
         return false;  // no piece lies in a window that is neither the board nor a tray
-    syncPlaces();
+    try {
+        syncPlaces();
+    } catch (const std::bad_alloc&) {
+        // Without the memory for the lookup, the pieces are tried top down one by one.
+        for (int z = pieceCount - 1; z >= 0; --z) {
+            if (pieces[zOrder[z]].hitTest(window, px, py)) {
+                piece = zOrder[z];
+                return true;
+            }
+        }
+        return false;
+    }
     bool hit = false;
     places.forEachCell(plane, PlaceBox{px, py, px + 1, py + 1},
                        [&](const PlaceBox&, const std::vector<PlaceEntry>& stack) {

@@ -14,6 +14,8 @@ void PlaceIndex::reset(const Piece* newPieces, const int* newOrder, int newCount
         ++shift;
     filed.assign(count, Filed{0, 0, 0, -1, -1});
     isPending.assign(count, 0);
+    // Each piece is pending at most once, so touching never allocates: a move never fails.
+    pending.reserve(count);
     marks.assign(count, Mark{0, 0});
     allPending = true;
 }
@@ -40,7 +42,7 @@ void PlaceIndex::touch(const Piece* piece)
     if (isPending[p])
         return;
     isPending[p] = 1;
-    pending.push_back(p);
+    pending.push_back(p);  // within the room reserved for every piece: never allocates
 }
 
 void PlaceIndex::touchAll()
@@ -65,7 +67,11 @@ void PlaceIndex::restack(int p, bool toTop)
     const Filed& f = filed[p];
     for (int row = f.top; row <= f.bottom; ++row) {
         for (int column = f.left; column <= f.right; ++column) {
-            std::vector<PlaceEntry>& cell = cells[CellKey{f.plane, column, row}];
+            // The piece is filed here, so the cell exists and has room for it again.
+            const auto found = cells.find(CellKey{f.plane, column, row});
+            if (found == cells.end())
+                continue;
+            std::vector<PlaceEntry>& cell = found->second;
             const PlaceEntry entry = eraseFrom(cell, p);
             cell.insert(toTop ? cell.end() : cell.begin(), entry);
         }

@@ -41,7 +41,8 @@ public:
     void lower(int p);
 
     // Files again every piece touched since the last call. where(p, plane, box, core) gives
-    // a piece's plane, box and core now, or false when it is to be filed nowhere.
+    // a piece's plane, box and core now, or false when it is to be filed nowhere. When
+    // memory runs out it throws std::bad_alloc, and the next call files everything again.
     template <class Where> void refresh(Where where);
 
     // Calls visit(cell, entries) for every cell of plane that meets area, with the cell's box
@@ -87,6 +88,7 @@ private:
     // Takes p's entry out of the cell, returning it.
     PlaceEntry eraseFrom(std::vector<PlaceEntry>& cell, int p) const;
     template <class Where> void fileNow(int p, Where& where, bool atTop);
+    template <class Where> void refreshPending(Where& where);
     int floorDiv(int v) const { return v >> shift; }  // arithmetic: rounds down
 
     const Piece* pieces = nullptr;
@@ -114,6 +116,19 @@ template <class Where> void PlaceIndex::fileNow(int p, Where& where, bool atTop)
 }
 
 template <class Where> void PlaceIndex::refresh(Where where)
+{
+    try {
+        refreshPending(where);
+    } catch (...) {
+        // Filing stopped part-way: everything is filed again by the next lookup.
+        allPending = count > 0;
+        pending.clear();
+        std::fill(isPending.begin(), isPending.end(), 0);
+        throw;
+    }
+}
+
+template <class Where> void PlaceIndex::refreshPending(Where& where)
 {
     // Past a few thousand moved pieces, filing all again in stacking order is cheaper than
     // one sorted insertion each.

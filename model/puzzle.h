@@ -6,9 +6,11 @@
 
 #include "make_inputs.h"
 #include "piece.h"
+#include "pixel_runs.h"
 #include "place_index.h"
 #include "shape_cache.h"
 
+class IndexNode;
 class PieceGroup;
 class Tray;
 
@@ -72,12 +74,20 @@ public:
     // ---- Dragging
     void moveItem(int piece, int x, int y, bool raise, bool rebuild, bool toHome,
                   bool acrossWindows);
-    void moveToWindow(int piece, HWND window, HDC targetDC, int trayId);
+    // False, with nothing changed, when the tray cannot make room for the item.
+    bool moveToWindow(int piece, HWND window, HDC targetDC, int trayId);
+    // Puts the carried item down in window where it lies (moving it there from another
+    // window); false, with the item still carried, when a tray cannot make room for it.
+    bool dropInto(int piece, HWND window);
     void endDrag(int piece);
 
     // ---- Groups
     int createGroup(int id, int trayId);
+    // Links a group made beforehand into the list: cannot fail.
+    int linkGroup(PieceGroup* group, int id, int trayId);
     void addToGroup(int groupId, const int* members, int count);
+    // Adds the piece of a node made beforehand, which the group then owns: cannot fail.
+    void addMember(PieceGroup& group, IndexNode* node);
     bool findGroup(int id, bool moveCursor);
     bool deleteGroup(int id);
     bool findJoin(int p, int& neighbour, int& targetX, int& targetY) const;
@@ -92,6 +102,11 @@ public:
     void putInTray(int trayId, int piece, bool grow = true);
     void takeFromTray(int trayId, int piece);
     void growTrayToFit(int piece);
+    // Grows the tray's content so that box (its client coordinates) lies within it; false,
+    // with the tray as it was, when its image cannot grow that far.
+    bool makeRoomInTray(int trayId, const RECT& box);
+    // The bytes of every tray's image together.
+    long long trayImagesBytes() const;
     // Grows the tray once for all it holds, from its outermost items.
     void fitTrayToContents(int trayId);
     void shiftTrayContents(Tray* tray, int dx, int dy);
@@ -193,6 +208,16 @@ private:
     bool keepComposition(int w, int h);
     bool buildPieces();
     bool neighbourIsSet(int neighbour) const;
+    // Where one repaint draws, and how.
+    struct PieceCanvas {
+        HDC target;
+        RECT visible;  // the visible part of the puzzle, puzzle coordinates
+        PixelSurface targetPixels, picturePixels;
+        bool direct;   // pieces may be copied into the pixels directly
+        bool flushed;  // the GDI holds nothing back since the last direct copy
+    };
+    // Draws the part of piece p inside shows (window coordinates) that the repaint needs.
+    void drawShownPart(int p, const RECT& shows, PieceCanvas& canvas);
 };
 
 // Paints a dragged item over another window's screen, leaving that window's image alone.

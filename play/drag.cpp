@@ -1,7 +1,7 @@
 #include "play/drag.h"
 
 #include <algorithm>
-#include <vector>
+#include <windowsx.h>
 
 #include "app/app_state.h"
 #include "app/tooltip.h"
@@ -18,20 +18,23 @@ DragState dragState{false, -1};
 
 namespace {
 
-// The item of a piece: the piece alone, or its whole group.
+// The item of a piece: the piece alone, or its whole group. Nothing is allocated, so that
+// carrying never fails for want of memory.
 struct Item {
-    std::vector<int> members;
+    int piece = -1;
     RECT rect{};
     PieceGroup* group = nullptr;
     int width() const { return rect.right - rect.left; }
     int height() const { return rect.bottom - rect.top; }
+    int count() const { return group ? group->members.count : 1; }
+    template <class Visit> void forEach(Visit visit) const { forEachMember(piece, group, visit); }
 };
 
 bool itemOf(Puzzle& puzzle, int p, Item& item)
 {
     const Piece& piece = puzzle.pieces[p];
+    item.piece = p;
     if (!piece.isGrouped) {
-        item.members.assign(1, p);
         item.rect = piece.getBounds(true, false, false);
         item.group = nullptr;
         return true;
@@ -40,21 +43,17 @@ bool itemOf(Puzzle& puzzle, int p, Item& item)
         return false;
     item.group = puzzle.currentGroup;
     item.rect = item.group->bounds;
-    item.members.resize(item.group->members.count);
-    item.group->members.copyTo(item.members.data());
     return true;
 }
 
 // Members already on top of the stacking order in list order need no raising; a carried
 // group then costs nothing per pointer move.
-bool onTopInOrder(const Puzzle& puzzle, const std::vector<int>& members)
+bool onTopInOrder(const Puzzle& puzzle, const Item& item)
 {
-    const int base = puzzle.pieceCount - static_cast<int>(members.size());
-    for (size_t i = 0; i < members.size(); ++i) {
-        if (puzzle.pieces[members[i]].zIndex != base + static_cast<int>(i))
-            return false;
-    }
-    return true;
+    int z = puzzle.pieceCount - item.count();
+    bool inOrder = true;
+    item.forEach([&](int m) { inOrder = inOrder && puzzle.pieces[m].zIndex == z++; });
+    return inOrder;
 }
 
 // Another window the item may be over: every tray in list order, then the main window.
@@ -65,16 +64,14 @@ struct OtherWindow {
     HDC imageDC;
 };
 
-std::vector<OtherWindow> otherWindows(const Puzzle& puzzle, HWND own)
+template <class Visit> void forEachOtherWindow(const Puzzle& puzzle, HWND own, Visit visit)
 {
-    std::vector<OtherWindow> windows;
     for (const Tray* tray = puzzle.firstTray; tray; tray = tray->next) {
         if (tray->window != own)
-            windows.push_back({tray->window, tray->id, tray->windowDC, tray->imageDC});
+            visit(OtherWindow{tray->window, tray->id, tray->windowDC, tray->imageDC});
     }
     if (puzzle.mainWindow != own)
-        windows.push_back({puzzle.mainWindow, 0, puzzle.windowDC, puzzle.boardDC});
-    return windows;
+        visit(OtherWindow{puzzle.mainWindow, 0, puzzle.windowDC, puzzle.boardDC});
 }
 
 // The part of rect (in own's coordinates) that lies over window W, in W's coordinates.
@@ -121,19 +118,17 @@ void Puzzle::moveItem(int p, int x, int y, bool raise, bool rebuild, bool toHome
     (y < dragLastY ? r.top : r.bottom) += dy;
 
     if (rebuild) {
-        for (int m : item.members)
-            pieces[m].isVisible = false;
+        item.forEach([&](int m) { pieces[m].isVisible = false; });
         repaintRect(r, piece.trayId, nullptr);
-        for (int m : item.members)
-            pieces[m].isVisible = true;
+        item.forEach([&](int m) { pieces[m].isVisible = true; });
     } else {
         BitBlt(surface, r.left, r.top, r.right - r.left, r.bottom - r.top, compositionDC, r.left,
                r.top, SRCCOPY);
     }
 
     const RECT visible = getPuzzleArea(true);
-    const bool raiseMembers = raise && !onTopInOrder(*this, item.members);
-    for (int m : item.members) {
+    const bool raiseMembers = raise && !onTopInOrder(*this, item);
+    item.forEach([&](int m) {
         Piece& member = pieces[m];
         if (toHome) {
             member.moveTo(member.homeX, member.homeY, false);
@@ -148,7 +143,7 @@ void Puzzle::moveItem(int p, int x, int y, bool raise, bool rebuild, bool toHome
         }
         if (raiseMembers)
             raiseToTop(m);
-    }
+    });
 
     const int left = x - grabOffsetX, top = y - grabOffsetY;
     if (!toHome) {
@@ -161,10 +156,10 @@ void Puzzle::moveItem(int p, int x, int y, bool raise, bool rebuild, bool toHome
     UpdateWindow(piece.window);
 
     if (acrossWindows && trayCount != 0) {
-        for (const OtherWindow& other : otherWindows(*this, piece.window)) {
+        forEachOtherWindow(*this, piece.window, [&](const OtherWindow& other) {
             RECT overlap;
             if (!overlapIn(*this, piece.window, r, other.window, overlap))
-                continue;
+                return;
             if (toHome) {
                 repaintRect(overlap, other.trayId, other.window);
             } else {
@@ -173,55 +168,76 @@ void Puzzle::moveItem(int p, int x, int y, bool raise, bool rebuild, bool toHome
                 drawDragImage(overlap, at.x, at.y, item.width(), item.height(), dragMaskDC,
                               dragImageDC, other.screenDC, other.imageDC);
             }
-        }
+        });
     }
     dragLastX = x;
     dragLastY = y;
 }
 
-void Puzzle::moveToWindow(int p, HWND window, HDC newTargetDC, int newTrayId)
+bool Puzzle::moveToWindow(int p, HWND window, HDC newTargetDC, int newTrayId)
 {
     Piece& piece = pieces[p];
     const int oldTray = piece.trayId;
     HWND oldWindow = piece.window;
     Item item;
     if (!itemOf(*this, p, item))
-        return;
+        return false;
+
+    // The item keeps its place on the screen. A tray makes room for it, and the nodes that
+    // list it there are had, before anything moves: refused, the item stays where it was.
+    RECT moved = item.rect;
+    MapWindowPoints(oldWindow, window, reinterpret_cast<POINT*>(&moved), 2);
+    if (newTrayId != 0 && !makeRoomInTray(newTrayId, moved))
+        return false;
+    IndexList arriving;
+    if (newTrayId != 0 && oldTray == 0)
+        item.forEach([&](int m) { arriving.append(m); });
+    Tray* from = oldTray != 0 && findTray(oldTray, false) ? foundTray : nullptr;
+    Tray* to = newTrayId != 0 && findTray(newTrayId, false) ? foundTray : nullptr;
 
     if (item.group) {
-        RECT moved = item.rect;
-        MapWindowPoints(oldWindow, window, reinterpret_cast<POINT*>(&moved), 2);
         item.group->setPosition(moved.left, moved.top);
         item.group->trayId = newTrayId;
     }
     RECT arrived;
     SetRectEmpty(&arrived);
-    for (int m : item.members) {
+    item.forEach([&](int m) {
         Piece& member = pieces[m];
         RECT box = member.getBounds(true, false, false);
-        member.assignWindow(window, newTargetDC, newTrayId);
+        member.assignWindow(window, to ? to->imageDC : newTargetDC, newTrayId);
         MapWindowPoints(oldWindow, window, reinterpret_cast<POINT*>(&box), 2);
         member.moveTo(box.left, box.top, false);
-        // The tray's image may grow for an earlier member, which makes the surface passed
-        // in stale: each member draws into the tray's image as it is now.
-        if (newTrayId != 0) {
-            putInTray(newTrayId, m);
-            if (findTray(newTrayId, false))
-                member.targetDC = foundTray->imageDC;
-        }
-        takeFromTray(oldTray, m);
+        IndexNode* node = from ? from->pieces.take(m) : arriving.takeFirst();
+        if (to && node)
+            to->pieces.append(node);
+        else
+            delete node;
         member.isVisible = true;
         if (!item.group)
             member.draw(member.getBounds(true, false, false), 0, 0, false, false, false, false);
         UnionRect(&arrived, &arrived, &box);
-    }
+    });
     // A group is drawn whole once every member is in, with the one outline round it all.
     if (item.group)
         drawGroup(arrived, p);
     repaintRect(item.rect, oldTray, window);
-    // The item keeps its place on the screen; make sure the new window shows it there.
     InvalidateRect(window, &arrived, FALSE);
     UpdateWindow(window);
+    return true;
+}
+
+bool Puzzle::dropInto(int p, HWND window)
+{
+    const Piece& piece = pieces[p];
+    if (piece.window == window) {
+        Item item;
+        return piece.trayId == 0 || !itemOf(*this, p, item) ||
+               makeRoomInTray(piece.trayId, item.rect);
+    }
+    if (window == mainWindow)
+        return moveToWindow(p, window, boardDC, 0);
+    const int trayId = trayIdOfWindow(window, true);
+    return trayId == 0 || moveToWindow(p, window, currentTray->imageDC, trayId);
 }
 
 void Puzzle::endDrag(int p)
@@ -230,25 +246,27 @@ void Puzzle::endDrag(int p)
     deleteMemoryDC(dragMaskDC, dragMaskBitmap);
     if (trayCount == 0)
         return;
-    growTrayToFit(p);
     Item item;
     if (!itemOf(*this, p, item))
         return;
+    // An item put down where it lies, by a command, is still given room where it can be.
+    if (pieces[p].trayId != 0)
+        makeRoomInTray(pieces[p].trayId, item.rect);
     HWND own = pieces[p].window;
     // Other windows repaint from their images, which wipes what was painted over them.
-    for (const OtherWindow& other : otherWindows(*this, own)) {
+    forEachOtherWindow(*this, own, [&](const OtherWindow& other) {
         RECT overlap;
         if (!overlapIn(*this, own, item.rect, other.window, overlap))
-            continue;
+            return;
         InvalidateRect(other.window, &overlap, FALSE);
         UpdateWindow(other.window);
-    }
+    });
 }
 
 void handleClick(HWND window, LPARAM point)
 {
     Puzzle& puzzle = thePuzzle;
-    const int px = LOWORD(point), py = HIWORD(point);
+    const int px = GET_X_LPARAM(point), py = GET_Y_LPARAM(point);
     puzzle.dragLastX = px;
     puzzle.dragLastY = py;
 
@@ -269,14 +287,11 @@ void handleClick(HWND window, LPARAM point)
     }
 
     const int piece = dragState.draggedPiece;
-    if (puzzle.pieces[piece].window != window) {
-        if (window == puzzle.mainWindow) {
-            puzzle.moveToWindow(piece, window, puzzle.boardDC, 0);
-        } else {
-            const int trayId = puzzle.trayIdOfWindow(window, true);
-            if (trayId != 0)
-                puzzle.moveToWindow(piece, window, puzzle.currentTray->imageDC, trayId);
-        }
+    if (!puzzle.dropInto(piece, window)) {
+        // A tray that cannot grow keeps what it holds; the item stays in hand.
+        showMessage(appState.instance, appState.mainWindow, IDS_LOW_RESOURCES, IDS_SYSTEM_ERROR,
+                    MB_OK);
+        return;
     }
     const bool fits = puzzle.setIfNearHome(piece) || puzzle.joinNeighbours(piece);
     playSound(fits ? IDW_SNAP : IDW_CLICK);
@@ -305,7 +320,7 @@ void handleMouseMove(HWND window, LPARAM point)
     const Piece& piece = puzzle.pieces[dragState.draggedPiece];
     if (appState.toolbar)
         MapWindowPoints(nullptr, piece.window, reinterpret_cast<POINT*>(&toolbar), 2);
-    POINT p{LOWORD(point), HIWORD(point)};
+    POINT p{GET_X_LPARAM(point), GET_Y_LPARAM(point)};
     if (window != piece.window)
         MapWindowPoints(window, piece.window, &p, 1);
 
@@ -362,11 +377,9 @@ void repaintBeneathDrag(const RECT& rect, int trayId, HWND window)
     RECT area = item.rect;
     if (here)
         UnionRect(&area, &rect, &item.rect);
-    for (int m : item.members)
-        puzzle.pieces[m].isVisible = false;
+    item.forEach([&](int m) { puzzle.pieces[m].isVisible = false; });
     puzzle.repaintRect(area, itemTray, nullptr);
-    for (int m : item.members)
-        puzzle.pieces[m].isVisible = true;
+    item.forEach([&](int m) { puzzle.pieces[m].isVisible = true; });
     HDC surface = nullptr;
     int surfaceWidth = 0, surfaceHeight = 0;
     if (puzzle.windowImage(itemTray, surface, surfaceWidth, surfaceHeight)) {

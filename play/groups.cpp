@@ -2,7 +2,7 @@
 // and the group list.
 #include <algorithm>
 #include <cstdlib>
-#include <vector>
+#include <memory>
 
 #include "model/gdi_objects.h"
 #include "model/puzzle.h"
@@ -10,7 +10,11 @@
 
 int Puzzle::createGroup(int id, int trayId)
 {
-    PieceGroup* group = new PieceGroup;
+    return linkGroup(new PieceGroup, id, trayId);
+}
+
+int Puzzle::linkGroup(PieceGroup* group, int id, int trayId)
+{
     if (id == 0) {
         group->id = ++lastGroupId;
     } else {
@@ -70,55 +74,57 @@ bool Puzzle::deleteGroup(int id)
 
 void Puzzle::addToGroup(int groupId, const int* members, int count)
 {
-    HRGN scratch = gdi::createRectRgn(0, 0, 0, 0);
-    if (!findGroup(groupId, true) || count < 1) {
-        gdi::deleteObject(scratch);
+    if (!findGroup(groupId, true))
+        return;
+    PieceGroup& group = *currentGroup;
+    for (int i = 0; i < count; ++i)
+        addMember(group, new IndexNode(members[i]));
+}
+
+void Puzzle::addMember(PieceGroup& group, IndexNode* node)
+{
+    Piece& piece = pieces[node->value];
+    if (piece.groupId == group.id) {
+        delete node;
         return;
     }
-    PieceGroup& group = *currentGroup;
-    bool first = true;
-    for (int i = 0; i < count; ++i) {
-        Piece& piece = pieces[members[i]];
-        if (piece.groupId == groupId)
-            continue;
-        group.members.append(members[i]);
-        piece.groupId = groupId;
-        piece.isGrouped = true;
-        const RECT box = piece.getBounds(true, false, false);
-        if (group.trayId == 0)
-            group.trayId = piece.trayId;
-        if (group.members.count > 1)
-            first = false;
+    group.members.append(node);
+    piece.groupId = group.id;
+    piece.isGrouped = true;
+    const RECT box = piece.getBounds(true, false, false);
+    if (group.trayId == 0)
+        group.trayId = piece.trayId;
+    const bool first = group.members.count == 1;
 
-        RECT united;
-        UnionRect(&united, &group.bounds, &box);
-        if (first || piece.sourceX < group.sourceX)
-            group.sourceX = piece.sourceX;
-        if (first || piece.sourceY < group.sourceY)
-            group.sourceY = piece.sourceY;
-        if (first || piece.homeX < group.homeX)
-            group.homeX = piece.homeX;
-        if (first || piece.homeY < group.homeY)
-            group.homeY = piece.homeY;
+    RECT united;
+    UnionRect(&united, &group.bounds, &box);
+    if (first || piece.sourceX < group.sourceX)
+        group.sourceX = piece.sourceX;
+    if (first || piece.sourceY < group.sourceY)
+        group.sourceY = piece.sourceY;
+    if (first || piece.homeX < group.homeX)
+        group.homeX = piece.homeX;
+    if (first || piece.homeY < group.homeY)
+        group.homeY = piece.homeY;
 
-        // The region's origin is the group's top-left, which moves when the union grows to
-        // the left or upwards.
-        int mode = RGN_COPY;
-        if (!first) {
-            mode = RGN_OR;
-            OffsetRgn(group.region, std::max(0L, group.x - united.left),
-                      std::max(0L, group.y - united.top));
-        }
-        group.bounds = united;
-        group.x = united.left;
-        group.y = united.top;
-        group.width = united.right - united.left;
-        group.height = united.bottom - united.top;
-
-        CombineRgn(scratch, piece.region, nullptr, RGN_COPY);
-        OffsetRgn(scratch, piece.x - united.left, piece.y - united.top);
-        CombineRgn(group.region, scratch, group.region, mode);
+    // The region's origin is the group's top-left, which moves when the union grows to the
+    // left or upwards.
+    int mode = RGN_COPY;
+    if (!first) {
+        mode = RGN_OR;
+        OffsetRgn(group.region, std::max(0L, group.x - united.left),
+                  std::max(0L, group.y - united.top));
     }
+    group.bounds = united;
+    group.x = united.left;
+    group.y = united.top;
+    group.width = united.right - united.left;
+    group.height = united.bottom - united.top;
+
+    HRGN scratch = gdi::createRectRgn(0, 0, 0, 0);
+    CombineRgn(scratch, piece.region, nullptr, RGN_COPY);
+    OffsetRgn(scratch, piece.x - united.left, piece.y - united.top);
+    CombineRgn(group.region, scratch, group.region, mode);
     gdi::deleteObject(scratch);
 }
 
@@ -184,19 +190,17 @@ bool Puzzle::setIfNearHome(int p)
         return false;
 
     PieceGroup* group = nullptr;
-    std::vector<int> members{p};
     RECT area = piece.getBounds(true, false, false);
     if (piece.isGrouped) {
         if (!findGroup(piece.groupId, true))
             return false;
         group = currentGroup;
-        members.resize(group->members.count);
-        group->members.copyTo(members.data());
         area = group->bounds;
     }
 
-    const bool nearHome = std::any_of(members.begin(), members.end(), [&](int m) {
-        return pieces[m].isNearHome(pieces[m].x + scrollX, pieces[m].y + scrollY);
+    bool nearHome = false;
+    forEachMember(p, group, [&](int m) {
+        nearHome = nearHome || pieces[m].isNearHome(pieces[m].x + scrollX, pieces[m].y + scrollY);
     });
     if (!nearHome)
         return false;
@@ -205,11 +209,11 @@ bool Puzzle::setIfNearHome(int p)
     const int homeTop = group ? group->homeY : piece.homeY;
     moveItem(p, grabOffsetX + homeLeft, grabOffsetY + homeTop, false, true, true, true);
 
-    for (int m : members) {
+    forEachMember(p, group, [&](int m) {
         pieces[m].markSet();
         pieces[m].isGrouped = false;
         pieces[m].groupId = 0;
-    }
+    });
     if (group)
         deleteGroup(group->id);
 
@@ -221,6 +225,8 @@ bool Puzzle::setIfNearHome(int p)
     return true;
 }
 
+// Everything a join needs is had before anything moves, so that a join either happens
+// whole or, short of memory, not at all.
 bool Puzzle::joinNeighbours(int p)
 {
     Piece& piece = pieces[p];
@@ -229,12 +235,20 @@ bool Puzzle::joinNeighbours(int p)
     if (!piece.isGrouped) {
         if (!findJoin(p, n, tx, ty))
             return false;
-        moveItem(p, grabOffsetX + tx, grabOffsetY + ty, false, true, false, true);
+        std::unique_ptr<IndexNode> dropped(new IndexNode(p));
+        std::unique_ptr<IndexNode> resting;
+        std::unique_ptr<PieceGroup> pair;
         if (pieces[n].groupId == 0) {
-            const int pair[] = {p, n};
-            addToGroup(createGroup(0, 0), pair, 2);
-        } else {
-            addToGroup(pieces[n].groupId, &p, 1);
+            resting.reset(new IndexNode(n));
+            pair.reset(new PieceGroup);
+        }
+        moveItem(p, grabOffsetX + tx, grabOffsetY + ty, false, true, false, true);
+        if (pair) {
+            linkGroup(pair.release(), 0, 0);
+            addMember(*currentGroup, dropped.release());
+            addMember(*currentGroup, resting.release());
+        } else if (findGroup(pieces[n].groupId, true)) {
+            addMember(*currentGroup, dropped.release());
         }
         joined = true;
     } else {
@@ -253,17 +267,16 @@ bool Puzzle::joinNeighbours(int p)
                 if (!findGroup(other.groupId, false))
                     continue;
                 PieceGroup* absorbed = foundGroup;
-                const int absorbedId = absorbed->id;
-                std::vector<int> absorbedMembers(absorbed->members.count);
-                absorbed->members.copyTo(absorbedMembers.data());
                 moveItem(p, grabOffsetX + gx, grabOffsetY + gy, false, true, false, true);
-                // The resting group's pieces join the dropped group and keep their places.
-                addToGroup(group->id, absorbedMembers.data(),
-                           static_cast<int>(absorbedMembers.size()));
-                deleteGroup(absorbedId);
+                // The resting group's pieces join the dropped group and keep their places;
+                // their nodes move over, so nothing is allocated.
+                while (IndexNode* member = absorbed->members.takeFirst())
+                    addMember(*group, member);
+                deleteGroup(absorbed->id);
             } else {
+                std::unique_ptr<IndexNode> resting(new IndexNode(n));
                 moveItem(p, grabOffsetX + gx, grabOffsetY + gy, false, true, false, true);
-                addToGroup(piece.groupId, &n, 1);
+                addMember(*group, resting.release());
             }
             joined = true;
         }

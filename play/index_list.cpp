@@ -9,8 +9,13 @@ IndexList::~IndexList()
 
 void IndexList::append(int value)
 {
-    IndexNode* node = new IndexNode(value);
+    append(new IndexNode(value));
+}
+
+void IndexList::append(IndexNode* node)
+{
     node->prev = tail;
+    node->next = nullptr;
     if (tail)
         tail->next = node;
     else
@@ -21,6 +26,13 @@ void IndexList::append(int value)
 }
 
 bool IndexList::remove(int value)
+{
+    IndexNode* node = take(value);
+    delete node;
+    return node != nullptr;
+}
+
+IndexNode* IndexList::take(int value)
 {
     for (IndexNode* node = head; node; node = node->next) {
         if (node->value != value)
@@ -34,12 +46,12 @@ bool IndexList::remove(int value)
         else
             tail = node->prev;
         if (cursor == node)
-            cursor = nullptr;  // never leave the cursor on a deleted node
-        delete node;
+            cursor = nullptr;  // never leave the cursor on a node that left
+        node->prev = node->next = nullptr;
         --count;
-        return true;
+        return node;
     }
-    return false;
+    return nullptr;
 }
 
 void IndexList::copyTo(int* array) const

@@ -28,3 +28,15 @@ public:
     PieceGroup* prev;
     PieceGroup* next;
 };
+
+// Calls visit with every member of group in joining order, or with p alone when there is no
+// group.
+template <class Visit> void forEachMember(int p, const PieceGroup* group, Visit visit)
+{
+    if (!group) {
+        visit(p);
+        return;
+    }
+    for (const IndexNode* node = group->members.head; node; node = node->next)
+        visit(node->value);
+}

@@ -7,6 +7,12 @@
 
 // Window class of trays.
 constexpr const char* TrayClassName = "CAJA";
+// What trays may hold: the content of one tray is at most this many pixels a side, and the
+// images of all trays together at most this many bytes. The puzzle file is checked against
+// the same bounds, so every file play can make opens again.
+constexpr int MaxTrayContentSide = 16384;
+constexpr long long MaxTrayImagesBytes = 256ll << 20;
+
 constexpr DWORD TrayWindowStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CAPTION |
                                   WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX |
                                   WS_HSCROLL | WS_VSCROLL;
@@ -19,6 +25,9 @@ public:
     Tray& operator=(const Tray&) = delete;
 
     HWND createWindow(int x, int y, int w, int h, HWND parent, HINSTANCE moduleInstance);
+    // Grows the image (and the content it holds) to at least w x h; false, with the image
+    // as it was, when it cannot.
+    bool growImage(int w, int h);
     // Grows the image to w x h when the content outgrows it; with isView the client size
     // becomes w x h. Shows the scroll bars the sizes call for. True when the view grew.
     bool resize(int w, int h, bool isView);

@@ -4,6 +4,7 @@
 #include "app/app_state.h"
 #include "app/controls.h"
 #include "app/strings.h"
+#include "model/memory_budget.h"
 #include "model/memory_dc.h"
 #include "model/puzzle.h"
 #include "play/piece_group.h"
@@ -64,23 +65,37 @@ void retarget(Puzzle& puzzle, const Tray& tray)
 
 }  // namespace
 
+bool Tray::growImage(int w, int h)
+{
+    if (!imageDC || (w <= contentWidth && h <= contentHeight))
+        return imageDC != nullptr;
+    // The image only grows; what it showed stays at its top-left.
+    const int newWidth = std::max(contentWidth, w), newHeight = std::max(contentHeight, h);
+    HDC grown = nullptr;
+    HBITMAP grownBitmap = nullptr;
+    if (newWidth <= MaxTrayContentSide && newHeight <= MaxTrayContentSide &&
+        processCanHold(bitmapBytes(newWidth, newHeight)))
+        createPixelSurface(grown, windowDC, grownBitmap, newWidth, newHeight, false);
+    if (!grown || !grownBitmap) {
+        deleteMemoryDC(grown, grownBitmap);
+        return false;
+    }
+    BitBlt(grown, 0, 0, newWidth, newHeight, nullptr, 0, 0, WHITENESS);
+    BitBlt(grown, 0, 0, contentWidth, contentHeight, imageDC, 0, 0, SRCCOPY);
+    deleteMemoryDC(imageDC, imageBitmap);
+    imageDC = grown;
+    imageBitmap = grownBitmap;
+    contentWidth = newWidth;
+    contentHeight = newHeight;
+    return true;
+}
+
 bool Tray::resize(int w, int h, bool isView)
 {
     const bool grew = w > viewWidth || h > viewHeight;
-    if (imageDC && (w > contentWidth || h > contentHeight)) {
-        // The image only grows; what it showed stays at its top-left.
-        const int newWidth = std::max(contentWidth, w), newHeight = std::max(contentHeight, h);
-        HDC grown = nullptr;
-        HBITMAP grownBitmap = nullptr;
-        createPixelSurface(grown, windowDC, grownBitmap, newWidth, newHeight, false);
-        BitBlt(grown, 0, 0, newWidth, newHeight, nullptr, 0, 0, WHITENESS);
-        BitBlt(grown, 0, 0, contentWidth, contentHeight, imageDC, 0, 0, SRCCOPY);
-        deleteMemoryDC(imageDC, imageBitmap);
-        imageDC = grown;
-        imageBitmap = grownBitmap;
-    }
-    contentWidth = std::max(contentWidth, w);
-    contentHeight = std::max(contentHeight, h);
+    // A view larger than an image that cannot grow shows white beyond it, and is repainted
+    // no further than the image reaches.
+    growImage(w, h);
     if (isView) {
         viewWidth = w;
         viewHeight = h;
@@ -120,6 +135,13 @@ int Puzzle::addTray(int id, HWND* window)
     followWindowSize();
     tray->createWindow(previewX, previewY + previewHeight, previewWidth,
                        boardHeight - previewY - previewHeight, mainWindow, instance);
+    if (!tray->window || !tray->imageDC) {
+        // A tray without its window or image could never be shown or emptied.
+        const int id = tray->id;
+        tray->pieces.clear();
+        closeTray(id);
+        return 0;
+    }
     if (window)
         *window = tray->window;
     return tray->id;
@@ -205,44 +227,66 @@ void Puzzle::takeFromTray(int trayId, int piece)
 void Puzzle::growTrayToFit(int p)
 {
     const Piece& piece = pieces[p];
-    if (piece.trayId == 0 || !findTray(piece.trayId, false))
-        return;
-    Tray& tray = *foundTray;
-    int x = piece.x, y = piece.y, w = piece.width, h = piece.height;
+    RECT box = piece.getBounds(true, false, false);
     if (piece.isGrouped) {
         if (!findGroup(piece.groupId, false))
             return;
-        x = foundGroup->x;
-        y = foundGroup->y;
-        w = foundGroup->width;
-        h = foundGroup->height;
+        box = foundGroup->bounds;
     }
-    // Content coordinates are client coordinates plus the applied scroll.
-    const int right = tray.scrollX + x + w;
-    const int bottom = tray.scrollY + y + h;
-    int newWidth = std::max(tray.contentWidth, right);
-    int newHeight = std::max(tray.contentHeight, bottom);
-    bool changed = right > tray.contentWidth || bottom > tray.contentHeight;
+    if (piece.trayId != 0)
+        makeRoomInTray(piece.trayId, box);
+}
+
+bool Puzzle::makeRoomInTray(int trayId, const RECT& box)
+{
+    if (!findTray(trayId, false))
+        return true;
+    Tray& tray = *foundTray;
+    // Content coordinates are client coordinates plus the applied scroll. Worked out in 64
+    // bits: an item far away asks for more room than can be had, never for a wrapped amount.
+    const long long right = static_cast<long long>(tray.scrollX) + box.right;
+    const long long bottom = static_cast<long long>(tray.scrollY) + box.bottom;
+    long long newWidth = std::max<long long>(tray.contentWidth, right);
+    long long newHeight = std::max<long long>(tray.contentHeight, bottom);
     // An item left of or above the content makes its edge the new content origin; the
     // content grows by the distance between the old edge and the new, no more.
-    if (x < tray.contentLeft) {
-        newWidth += tray.contentLeft - x;
-        tray.contentLeft = x;
-        tray.scrollX = tray.appliedScrollX = -x;
-        changed = true;
-    }
-    if (y < tray.contentTop) {
-        newHeight += tray.contentTop - y;
-        tray.contentTop = y;
-        tray.scrollY = tray.appliedScrollY = -y;
-        changed = true;
-    }
-    if (!changed)
-        return;
+    if (box.left < tray.contentLeft)
+        newWidth += static_cast<long long>(tray.contentLeft) - box.left;
+    if (box.top < tray.contentTop)
+        newHeight += static_cast<long long>(tray.contentTop) - box.top;
+    if (newWidth == tray.contentWidth && newHeight == tray.contentHeight &&
+        box.left >= tray.contentLeft && box.top >= tray.contentTop)
+        return true;
+    const long long others = trayImagesBytes() - static_cast<long long>(bitmapBytes(
+                                                     tray.contentWidth, tray.contentHeight));
+    if (newWidth > MaxTrayContentSide || newHeight > MaxTrayContentSide ||
+        others + static_cast<long long>(bitmapBytes(static_cast<int>(newWidth),
+                                                    static_cast<int>(newHeight))) >
+            static_cast<long long>(MaxTrayImagesBytes))
+        return false;
     HDC oldImage = tray.imageDC;
-    tray.resize(newWidth, newHeight, false);
+    if (!tray.growImage(static_cast<int>(newWidth), static_cast<int>(newHeight)))
+        return false;
+    if (box.left < tray.contentLeft) {
+        tray.contentLeft = box.left;
+        tray.scrollX = tray.appliedScrollX = -box.left;
+    }
+    if (box.top < tray.contentTop) {
+        tray.contentTop = box.top;
+        tray.scrollY = tray.appliedScrollY = -box.top;
+    }
+    tray.resize(tray.contentWidth, tray.contentHeight, false);
     if (tray.imageDC != oldImage)
         retarget(*this, tray);
+    return true;
+}
+
+long long Puzzle::trayImagesBytes() const
+{
+    long long bytes = 0;
+    for (const Tray* tray = trayCount ? firstTray : nullptr; tray; tray = tray->next)
+        bytes += static_cast<long long>(bitmapBytes(tray->contentWidth, tray->contentHeight));
+    return bytes;
 }
 
 void Puzzle::shiftTrayContents(Tray* tray, int dx, int dy)
