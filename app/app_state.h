@@ -47,6 +47,7 @@ struct AppState {
     int paintOriginX, paintOriginY;
     int areaWidth, areaHeight;     // the puzzle area's largest size
     int areaOriginX, areaOriginY;  // top-left of the puzzle area
+    int defaultAreaOriginX, defaultAreaOriginY;  // where it lies on this screen
     int vScrollWidth, hScrollHeight;
     HWND hScrollBar, vScrollBar;
 
@@ -71,6 +72,7 @@ struct AppState {
     bool drawSetOutline;
     bool collectionOpen;
     bool pictureLoaded;
+    int commandDepth;  // commands under way, counting those a command runs
 
     RecentList recent[3];  // indexed by RecentKind
     TipState tip;

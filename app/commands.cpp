@@ -113,6 +113,7 @@ bool runRecentCommand(int id)
 
 void RouteCommand(HWND window, int id, LPARAM lParam)
 {
+    const CommandScope scope;
     endDragInPlace();
     HCURSOR previous = SetCursor(appState.waitCursor);
     if (!runMainCommand(window, id)) {

@@ -3,6 +3,8 @@
 // and the option toggles.
 #include <windows.h>
 
+#include "app/app_state.h"
+
 // The main window's command message.
 void RouteCommand(HWND window, int id, LPARAM lParam);
 
@@ -17,3 +19,12 @@ void ToggleOutline(int commandId);
 void SetMenuItemText(UINT item, int stringId, bool byPosition, int submenu = -1);
 // All menu texts in the current language, once at start-up.
 void SetMenuTexts();
+
+// Held while a command runs (and the dialogs it shows run their own loops): nothing runs
+// against a puzzle a command is changing.
+struct CommandScope {
+    CommandScope() { ++appState.commandDepth; }
+    ~CommandScope() { --appState.commandDepth; }
+    CommandScope(const CommandScope&) = delete;
+    CommandScope& operator=(const CommandScope&) = delete;
+};

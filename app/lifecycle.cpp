@@ -8,6 +8,7 @@
 #include <mmsystem.h>
 
 #include "app/app_state.h"
+#include "app/autosave.h"
 #include "app/commands.h"
 #include "app/help.h"
 #include "app/history.h"
@@ -78,6 +79,8 @@ void placePuzzleArea(HWND window)
     GetClientRect(window, &client);
     appState.areaOriginX = client.right - appState.areaWidth;
     appState.areaOriginY = client.bottom - appState.areaHeight;
+    appState.defaultAreaOriginX = appState.areaOriginX;
+    appState.defaultAreaOriginY = appState.areaOriginY;
 }
 
 void loadCursors()
@@ -191,11 +194,13 @@ void StartUp(HWND window)
 
     applyStoredOutline("Outline", "1", IDM_DRAW_OUTLINE, appState.drawOutline);
     applyStoredOutline("OutlineSet", "0", IDM_DRAW_SET_OUTLINE, appState.drawSetOutline);
+    StartAutosave(window);
 }
 
 void ShutDown(HWND window)
 {
     endDragInPlace();
+    EndAutosave();  // a clean exit: nothing to offer back
     if (thePuzzle.made)
         thePuzzle.clear();
     PlaySoundA(nullptr, appState.instance, SND_PURGE);

@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "app/app_state.h"
+#include "app/autosave.h"
 #include "app/commands.h"
+#include "app/guarded.h"
 #include "app/scroll_view.h"
 #include "app/tooltip.h"
 #include "model/gdi_objects.h"
@@ -33,17 +35,12 @@ void OnPaint(HWND window)
 }
 
 // The board image already covers any size; pieces a smaller window left outside come back in.
-void OnSize(HWND window, WPARAM kind)
+void OnSize(WPARAM kind)
 {
     if (kind == SIZE_MINIMIZED || !thePuzzle.made)
         return;
-    RECT client;
-    GetClientRect(window, &client);
-    const RECT view{appState.paintOriginX, appState.paintOriginY,
-                    std::min<int>(client.right, appState.boardImageWidth),
-                    std::min<int>(client.bottom, appState.boardImageHeight)};
     endDragInPlace();
-    thePuzzle.bringIntoView(view);
+    thePuzzle.bringIntoView(thePuzzle.boardView());
 }
 
 LRESULT OnCtlColorStatic(HWND window, WPARAM wParam, LPARAM lParam)
@@ -64,9 +61,7 @@ void OnNcMouseMove()
     appState.tip.quick = false;
 }
 
-}  // namespace
-
-LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+LRESULT dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
     case WM_CREATE:
@@ -79,7 +74,7 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
         OnPaint(window);
         return 0;
     case WM_SIZE:
-        OnSize(window, wParam);
+        OnSize(wParam);
         return 0;
     case WM_COMMAND:
         RouteCommand(window, LOWORD(wParam), lParam);
@@ -103,9 +98,24 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     case WM_LBUTTONDOWN:
         handleClick(window, lParam);
         return 0;
+    case WM_TIMER:
+        if (wParam != AutosaveTimer)
+            return DefWindowProcA(window, message, wParam, lParam);
+        OnAutosaveTimer();
+        return 0;
+    case WM_OFFER_RECOVERY:
+        OfferRecovery();
+        return 0;
     default:
         return DefWindowProcA(window, message, wParam, lParam);
     }
+}
+
+}  // namespace
+
+LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return guarded([&] { return dispatch(window, message, wParam, lParam); }, LRESULT(0));
 }
 
 bool RegisterWindowClasses(HINSTANCE instance)

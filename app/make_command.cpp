@@ -1,5 +1,7 @@
 #include "app/make_command.h"
 
+#include <new>
+
 #include "app/app_state.h"
 #include "app/make_progress.h"
 #include "files/make_parameters.h"
@@ -38,18 +40,32 @@ MakeInputs gatherMakeInputs()
     return in;
 }
 
-void makeCommand()
+MakeResult makeWithProgress()
 {
     // The board image exists once a picture has been shown.
     if (!appState.boardDC)
-        return;
+        return MakeResult::LowResources;
     HCURSOR before = SetCursor(appState.waitCursor);
     beginMakeProgress();
     thePuzzle.makeProgress = reportMakeProgress;
-    const MakeResult result = thePuzzle.makePuzzle(gatherMakeInputs());
+    MakeResult result = MakeResult::LowResources;
+    try {
+        result = thePuzzle.makePuzzle(gatherMakeInputs());
+    } catch (const std::bad_alloc&) {
+        // Cut part-way: no half-made puzzle is left to play.
+        thePuzzle.clear();
+    }
     thePuzzle.makeProgress = nullptr;
     endMakeProgress();
     SetCursor(before);
+    return result;
+}
+
+void makeCommand()
+{
+    if (!appState.boardDC)
+        return;
+    const MakeResult result = makeWithProgress();
     if (result != MakeResult::Made)
         showMessage(appState.instance, appState.mainWindow,
                     result == MakeResult::TooLarge ? IDS_PUZZLE_TOO_LARGE : IDS_LOW_RESOURCES,

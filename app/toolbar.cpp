@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include "app/app_state.h"
+#include "app/guarded.h"
 #include "app/commands.h"
 #include "app/controls.h"
 #include "app/help.h"
@@ -139,6 +140,7 @@ void LayoutToolbar()
 
 void RunCommand(int id, LPARAM)
 {
+    const CommandScope scope;
     endDragInPlace();
     HCURSOR previous = SetCursor(appState.waitCursor);
     if (appState.tip.visible)
@@ -223,7 +225,9 @@ void RunCommand(int id, LPARAM)
     SetCursor(previous);
 }
 
-INT_PTR CALLBACK ToolbarDialogProc(HWND strip, UINT message, WPARAM wParam, LPARAM lParam)
+namespace {
+
+INT_PTR dispatchStrip(HWND strip, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
     case WM_INITDIALOG:
@@ -241,4 +245,11 @@ INT_PTR CALLBACK ToolbarDialogProc(HWND strip, UINT message, WPARAM wParam, LPAR
     default:
         return FALSE;
     }
+}
+
+}  // namespace
+
+INT_PTR CALLBACK ToolbarDialogProc(HWND strip, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return guarded([&] { return dispatchStrip(strip, message, wParam, lParam); }, INT_PTR(TRUE));
 }

@@ -6,13 +6,17 @@
 #include <string>
 #include <vector>
 
+// Writers say the whole size first, so the buffer is had once, never grown on the way.
 class ByteWriter {
 public:
+    explicit ByteWriter(size_t size = 0) { bytes.reserve(size); }
+
     void int32(int32_t value)
     {
         const uint32_t v = static_cast<uint32_t>(value);
-        for (int shift = 0; shift < 32; shift += 8)
-            bytes.push_back(static_cast<uint8_t>(v >> shift));
+        const uint8_t little[4] = {static_cast<uint8_t>(v), static_cast<uint8_t>(v >> 8),
+                                   static_cast<uint8_t>(v >> 16), static_cast<uint8_t>(v >> 24)};
+        bytes.insert(bytes.end(), little, little + 4);
     }
     void byte(uint8_t value) { bytes.push_back(value); }
     void text(const std::string& value) { bytes.insert(bytes.end(), value.begin(), value.end()); }

@@ -5,13 +5,18 @@
 #include "app/strings.h"
 
 int showMessage(HINSTANCE instance, HWND owner, int textId, int captionId, UINT type,
-                const char* suffix)
+                const char* suffix, int afterId)
 {
-    char text[MAX_PATH + 512];
+    char text[MAX_PATH + 1024];
     char caption[256];
     loadString(instance, textId, text, sizeof text);
     loadString(instance, captionId, caption, sizeof caption);
     if (suffix && *suffix)
         strncat(text, suffix, sizeof text - strlen(text) - 1);
+    if (afterId) {
+        char after[512];
+        loadString(instance, afterId, after, sizeof after);
+        strncat(text, after, sizeof text - strlen(text) - 1);
+    }
     return MessageBoxA(owner, text, caption, type);
 }

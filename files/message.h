@@ -3,6 +3,6 @@
 #include <windows.h>
 
 // Text and caption are loaded with the language offset added; suffix, when given, is
-// appended to the text. Returns MessageBoxA's answer.
+// appended to the text, and then the text of afterId. Returns MessageBoxA's answer.
 int showMessage(HINSTANCE instance, HWND owner, int textId, int captionId, UINT type,
-                const char* suffix = nullptr);
+                const char* suffix = nullptr, int afterId = 0);

@@ -6,7 +6,9 @@
 #include <cstring>
 
 #include "app/app_state.h"
+#include "files/file_prompt.h"
 #include "files/make_parameters.h"
+#include "files/picture_header.h"
 #include "files/message.h"
 #include "files/size_dialog.h"
 #include "model/memory_budget.h"
@@ -55,13 +57,24 @@ IPicture* decode(HGLOBAL memory, DWORD size)
     return decoded;
 }
 
-// The picture in path; null when the file cannot be read (read false) or decoded.
-IPicture* decodeFile(const char* path, bool& read)
+// The picture in path; null when the file cannot be read (read false) or decoded. A file
+// that is read but not decoded is told apart: too large for the memory left when its header
+// states a size whose image cannot be had, else no picture.
+IPicture* decodeFile(const char* path, bool& read, bool& tooLarge)
 {
     DWORD size = 0;
     HGLOBAL memory = readWholeFile(path, size);
     read = memory != nullptr;
+    tooLarge = false;
     IPicture* decoded = read ? decode(memory, size) : nullptr;
+    if (read && !decoded) {
+        int w = 0, h = 0;
+        const void* bytes = GlobalLock(memory);
+        // The decoder holds the whole image, and a copy of it on the way.
+        tooLarge = bytes && readPictureSize(static_cast<const std::uint8_t*>(bytes), size, w, h) &&
+                   !blockCanBeHad(2 * bitmapBytes(w, h));
+        GlobalUnlock(memory);
+    }
     if (memory)
         GlobalFree(memory);
     return decoded;
@@ -69,18 +82,46 @@ IPicture* decodeFile(const char* path, bool& read)
 
 }  // namespace
 
-bool pictureDecodes(const char* path)
+PictureCheck checkPicture(const char* path)
 {
-    bool read = false;
-    IPicture* decoded = decodeFile(path, read);
+    bool read = false, tooLarge = false;
+    IPicture* decoded = decodeFile(path, read, tooLarge);
     if (!decoded)
-        return false;
+        return !read ? PictureCheck::Missing
+                     : tooLarge ? PictureCheck::TooLarge : PictureCheck::NotAPicture;
     OLE_XSIZE_HIMETRIC w = 0;
     OLE_YSIZE_HIMETRIC h = 0;
     decoded->get_Width(&w);
     decoded->get_Height(&h);
     decoded->Release();
-    return w > 0 && h > 0;
+    return w > 0 && h > 0 ? PictureCheck::Shows : PictureCheck::NotAPicture;
+}
+
+bool findPicture(char* path)
+{
+    PictureCheck check = checkPicture(path);
+    if (check == PictureCheck::Shows)
+        return true;
+    if (check == PictureCheck::TooLarge) {
+        showMessage(appState.instance, appState.mainWindow, IDS_PICTURE_TOO_LARGE, IDS_SYSTEM_ERROR,
+                    MB_OK, path);
+        return false;
+    }
+    if (showMessage(appState.instance, appState.mainWindow, IDS_PICTURE_MISSING, IDS_FILE_ERROR,
+                    MB_YESNO | MB_ICONQUESTION, path, IDS_LOOK_FOR_PICTURE) != IDYES)
+        return false;
+    char chosen[MAX_PATH];
+    while (chooseFile(appState.mainWindow, chosen, OpenPrompt, PictureFile)) {
+        check = checkPicture(chosen);
+        if (check == PictureCheck::Shows) {
+            lstrcpynA(path, chosen, MAX_PATH);
+            return true;
+        }
+        showMessage(appState.instance, appState.mainWindow,
+                    check == PictureCheck::TooLarge ? IDS_PICTURE_TOO_LARGE : IDS_PICTURE_UNREADABLE,
+                    IDS_FILE_ERROR, MB_OK, chosen);
+    }
+    return false;
 }
 
 Picture::Picture()
@@ -156,8 +197,8 @@ bool Picture::createSurface(HDC& dc, HBITMAP& bitmap, int w, int h)
 
 PictureLoad Picture::loadPicture(const char* path)
 {
-    bool read = false;
-    IPicture* decoded = decodeFile(path, read);
+    bool read = false, tooLarge = false;
+    IPicture* decoded = decodeFile(path, read, tooLarge);
     const bool readable = decoded != nullptr;
     if (read && !decoded && picture) {
         // Read but not decoded: the picture is gone, its images stay.
@@ -248,7 +289,7 @@ void Picture::blank()
     BitBlt(previewDC, 0, 0, previewWidth, previewHeight, nullptr, 0, 0, WHITENESS);
 }
 
-bool Picture::loadPreview(const char* path)
+PictureLoad Picture::loadPreview(const char* path)
 {
     RECT client{};
     GetClientRect(appState.mainWindow, &client);
@@ -256,12 +297,11 @@ bool Picture::loadPreview(const char* path)
     const int keptWidth = previewWidth, keptHeight = previewHeight;
     previewWidth = appState.previewBoxWidth;
     previewHeight = appState.previewBoxHeight;
-    if (loadPicture(path) == PictureTooLarge) {
+    const PictureLoad loaded = loadPicture(path);
+    if (loaded == PictureTooLarge) {
         previewWidth = keptWidth;
         previewHeight = keptHeight;
-        showMessage(appState.instance, appState.mainWindow, IDS_PICTURE_TOO_LARGE, IDS_SYSTEM_ERROR,
-                    MB_OK, path);
-        return false;
+        return loaded;
     }
     previewX = 0;
     previewY = appState.paintOriginY;
@@ -285,19 +325,24 @@ bool Picture::loadPreview(const char* path)
         thePuzzle.picturePath[0] = '\0';
         thePuzzle.puzzlePath[0] = '\0';
     }
-    return true;
+    return loaded;
 }
 
 void openPictureCommand(const char* path)
 {
     // Refused before anything changes: the picture, the board and the puzzle stay.
-    if (!pictureDecodes(path)) {
+    const PictureCheck check = checkPicture(path);
+    if (check == PictureCheck::TooLarge ||
+        (check == PictureCheck::Shows && thePicture.loadPreview(path) == PictureTooLarge)) {
+        showMessage(appState.instance, appState.mainWindow, IDS_PICTURE_TOO_LARGE, IDS_SYSTEM_ERROR,
+                    MB_OK, path);
+        return;
+    }
+    if (check != PictureCheck::Shows) {
         showMessage(appState.instance, appState.mainWindow, IDS_PICTURE_UNREADABLE, IDS_FILE_ERROR,
                     MB_OK, path);
         return;
     }
-    if (!thePicture.loadPreview(path))
-        return;
     showSizeDialog(appState.mainWindow, Pixels);
     showSizeDialog(appState.mainWindow, Pieces);
     makeParameters.shapeMode = Knobbed;

@@ -27,8 +27,8 @@ public:
     // Whitens both images; the decoded picture stays.
     void blank();
     // Shows path's picture as the preview on a fresh, white board image. A picture too large
-    // to hold is named in a message, nothing changes and the result is false.
-    bool loadPreview(const char* path);
+    // to hold changes nothing (PictureTooLarge).
+    PictureLoad loadPreview(const char* path);
 
     int hiMetricWidth;
     int hiMetricHeight;
@@ -61,8 +61,17 @@ extern Picture thePicture;
 // Opens a picture for a new puzzle: preview, the size dialog in both modes, no puzzle yet.
 // A file that is no picture it can show is named in a message, and nothing changes.
 void openPictureCommand(const char* path);
-// Whether path holds a BMP, JPEG or GIF picture that decodes, of a size above zero.
-bool pictureDecodes(const char* path);
+enum class PictureCheck {
+    Shows,        // a BMP, JPEG or GIF picture that decodes, of a size above zero
+    Missing,      // the file cannot be opened
+    NotAPicture,  // read, but not a picture that decodes
+    TooLarge,     // a picture whose image is larger than the memory left
+};
+PictureCheck checkPicture(const char* path);
+// path (MAX_PATH) names the picture of a puzzle or collection entry. When it cannot be shown
+// the player is told which picture is missing and may look for it with the open dialog:
+// true with path naming a picture that shows, false when they gave up.
+bool findPicture(char* path);
 
 // Shrinks width or height so that width / height comes to ratio.
 void fitToRatio(int& width, int& height, float ratio);

@@ -1,11 +1,14 @@
 #include "files/puzzle_file.h"
 
+#include <algorithm>
 #include <cstring>
+#include <new>
 #include <unordered_map>
 #include <vector>
 #include <windows.h>
 
 #include "app/app_state.h"
+#include "app/autosave.h"
 #include "app/history.h"
 #include "app/make_command.h"
 #include "files/file_io.h"
@@ -14,6 +17,7 @@
 #include "files/message.h"
 #include "files/picture.h"
 #include "files/puzzle_format.h"
+#include "model/memory_budget.h"
 #include "model/puzzle.h"
 #include "play/piece_group.h"
 #include "play/tray.h"
@@ -79,19 +83,19 @@ PuzzleFileContents contentsOf(const Puzzle& puzzle)
     return c;
 }
 
-void restoreTray(Puzzle& puzzle, const TrayRecord& t)
+bool restoreTray(Puzzle& puzzle, const TrayRecord& t)
 {
     HWND window = nullptr;
-    puzzle.addTray(t.id, &window);
-    if (!window)
-        return;
+    if (puzzle.addTray(t.id, &window) == 0)
+        return false;
     RECT r{t.left, t.top, t.left + t.viewWidth, t.top + t.viewHeight};
     MapWindowPoints(HWND_DESKTOP, appState.mainWindow, reinterpret_cast<POINT*>(&r), 2);
     MoveWindow(window, r.left, r.top, r.right - r.left, r.bottom - r.top, TRUE);
     if (!puzzle.findTray(t.id, false))
-        return;
+        return false;
     memcpy(&puzzle.foundTray->placement, t.placement, PlacementSize);
     SetWindowPlacement(window, &puzzle.foundTray->placement);
+    return true;
 }
 
 void restorePiece(Puzzle& puzzle, int i, const PieceRecord& r, int fileShapeMode)
@@ -109,9 +113,10 @@ void restorePiece(Puzzle& puzzle, int i, const PieceRecord& r, int fileShapeMode
         piece.y = piece.sourceY;
         piece.buildShape(puzzle.originX, puzzle.originY);
     }
-    // Before isSet, since a set piece does not move. Not drawn: the whole board and every
-    // tray are repainted once all pieces are back.
-    piece.moveTo(r.x, r.y, false);
+    // Before isSet, since a set piece does not move; a set piece lies at its home, which the
+    // puzzle area's place on this screen decides. Not drawn: the whole board and every tray
+    // are repainted once all pieces are back.
+    piece.moveTo(r.isSet ? piece.homeX : r.x, r.isSet ? piece.homeY : r.y, false);
     piece.isSet = r.isSet;
     piece.isVisible = r.isVisible;
     piece.zIndex = r.zIndex;
@@ -134,7 +139,7 @@ void restoreGroups(Puzzle& puzzle, const PuzzleFileContents& c)
     }
 }
 
-void restoreTrayContents(Puzzle& puzzle, const PuzzleFileContents& c)
+bool restoreTrayContents(Puzzle& puzzle, const PuzzleFileContents& c)
 {
     for (int i = 0; i < puzzle.pieceCount; ++i) {
         const int trayId = c.pieces[i].trayId;
@@ -143,8 +148,10 @@ void restoreTrayContents(Puzzle& puzzle, const PuzzleFileContents& c)
         puzzle.pieces[i].assignWindow(puzzle.foundTray->window, puzzle.foundTray->imageDC, trayId);
         puzzle.putInTray(trayId, i, false);  // each tray grows once, when all are in
     }
+    bool fits = true;
     for (const TrayRecord& t : c.trays)
-        puzzle.fitTrayToContents(t.id);
+        fits = puzzle.fitTrayToContents(t.id) && fits;
+    return fits;
 }
 
 void repaintRestored(Puzzle& puzzle)
@@ -161,47 +168,143 @@ void repaintRestored(Puzzle& puzzle)
     RedrawWindow(appState.mainWindow, &appState.boardRect, nullptr, RDW_INVALIDATE);
 }
 
-void restorePuzzle(const char* path, const PuzzleFileContents& c)
+// The puzzle area where the file puts it, unless that lies beyond this screen's board (a
+// puzzle saved on a larger screen): then where this screen puts it.
+POINT reachableOrigin(const PuzzleFileHeader& h)
+{
+    const int shownWidth = std::min(h.width, appState.areaWidth);
+    const int shownHeight = std::min(h.height, appState.areaHeight);
+    const RECT& board = appState.boardRect;
+    if (h.originX >= board.left && h.originY >= appState.paintOriginY &&
+        h.originX + shownWidth <= board.right && h.originY + shownHeight <= board.bottom)
+        return POINT{h.originX, h.originY};
+    return POINT{appState.defaultAreaOriginX, appState.defaultAreaOriginY};
+}
+
+// Puts the contents on the board in place of any puzzle there. False when the platform or
+// the memory failed part-way; throws std::bad_alloc.
+bool restorePuzzle(const PuzzleFileContents& c)
 {
     Puzzle& puzzle = thePuzzle;
     const PuzzleFileHeader& h = c.header;
-    thePicture.loadPreview(c.picturePath.c_str());
+    puzzle.clear();
+    if (thePicture.loadPreview(c.picturePath.c_str()) == PictureTooLarge)
+        return false;
     appState.pictureLoaded = true;
-    appState.areaOriginX = h.originX;
-    appState.areaOriginY = h.originY;
+    const POINT origin = reachableOrigin(h);
+    appState.areaOriginX = origin.x;
+    appState.areaOriginY = origin.y;
     makeParameters.width = h.width;
     makeParameters.height = h.height;
     makeParameters.columns = h.columns;
     makeParameters.rows = h.rows;
     makeParameters.shapeMode = Rectangular;
-    makeCommand();
-    if (!puzzle.made)
-        return;
+    const MakeResult made = makeWithProgress();
+    makeParameters.shapeMode = Knobbed;
+    if (made != MakeResult::Made)
+        return false;
 
-    for (const TrayRecord& t : c.trays)
-        restoreTray(puzzle, t);
+    for (const TrayRecord& t : c.trays) {
+        if (!restoreTray(puzzle, t))
+            return false;
+    }
     for (int i = 0; i < puzzle.pieceCount; ++i)
         restorePiece(puzzle, i, c.pieces[i], h.shapeMode);
     restoreGroups(puzzle, c);
     puzzle.lastTrayId = h.lastTrayId;
     puzzle.lastGroupId = h.lastGroupId;
-    restoreTrayContents(puzzle, c);
+    if (!restoreTrayContents(puzzle, c))
+        return false;
     puzzle.placesChanged();
+    // Pieces and trays a larger screen left beyond this one come into view.
+    puzzle.bringIntoView(puzzle.boardView());
     repaintRestored(puzzle);
-    lstrcpynA(puzzle.puzzlePath, path, MAX_PATH);
+    return true;
 }
 
-void reportReadFailure(int result, const char* path)
+// The memory a puzzle of these contents takes beyond what the puzzle on hand gives back.
+std::uint64_t memoryAsked(const PuzzleFileContents& c)
 {
-    if (result == PuzzleFileOtherVersion)
-        showMessage(appState.instance, appState.mainWindow, IDS_OTHER_VERSION, IDS_FILE_ERROR,
-                    MB_OK);
-    else if (result != PuzzleFileLoaded)
-        showMessage(appState.instance, appState.mainWindow, IDS_ERROR_READING, IDS_FILE_ERROR,
-                    MB_OK, path);
+    const PuzzleFileHeader& h = c.header;
+    const std::uint64_t asked =
+        makeFootprint(h.width, h.height, h.columns * h.rows, appState.boardImageWidth,
+                      appState.boardImageHeight) +
+        bitmapBytes(appState.previewBoxWidth, appState.boardImageHeight) * c.trays.size();
+    const Puzzle& now = thePuzzle;
+    const std::uint64_t freed =
+        now.made ? makeFootprint(now.width, now.height, now.pieceCount, now.boardImageWidth,
+                                 now.boardImageHeight) +
+                       static_cast<std::uint64_t>(now.trayImagesBytes())
+                 : 0;
+    return asked > freed ? asked - freed : 0;
 }
 
 }  // namespace
+
+PuzzleFileContents contentsOfPuzzle()
+{
+    return contentsOf(thePuzzle);
+}
+
+int openPuzzleContents(PuzzleFileContents& c)
+{
+    char picture[MAX_PATH];
+    lstrcpynA(picture, c.picturePath.c_str(), MAX_PATH);
+    if (!findPicture(picture))
+        return PuzzleFileCancelled;
+    c.picturePath = picture;
+    if (!processCanHold(memoryAsked(c)))
+        return PuzzleFileLowResources;
+
+    // What is on the board now, to put back should the new puzzle fail part-way.
+    const bool hadPuzzle = thePuzzle.made;
+    PuzzleFileContents previous;
+    char previousPath[MAX_PATH];
+    lstrcpynA(previousPath, thePuzzle.puzzlePath, MAX_PATH);
+    if (hadPuzzle)
+        previous = contentsOf(thePuzzle);
+
+    bool restored = false;
+    try {
+        restored = restorePuzzle(c);
+    } catch (const std::bad_alloc&) {
+    }
+    if (restored)
+        return PuzzleFileLoaded;
+    thePuzzle.clear();
+    if (hadPuzzle && checkPicture(previous.picturePath.c_str()) == PictureCheck::Shows) {
+        try {
+            if (restorePuzzle(previous))
+                lstrcpynA(thePuzzle.puzzlePath, previousPath, MAX_PATH);
+            else
+                thePuzzle.clear();
+        } catch (const std::bad_alloc&) {
+            thePuzzle.clear();
+        }
+    }
+    return PuzzleFileLowResources;
+}
+
+void reportPuzzleFileResult(int result, const char* path)
+{
+    switch (result) {
+    case PuzzleFileOtherVersion:
+        showMessage(appState.instance, appState.mainWindow, IDS_OTHER_VERSION, IDS_FILE_ERROR,
+                    MB_OK);
+        break;
+    case PuzzleFileUnreadable:
+    case PuzzleFileRejected:
+        showMessage(appState.instance, appState.mainWindow, IDS_ERROR_READING, IDS_FILE_ERROR,
+                    MB_OK, path);
+        break;
+    case PuzzleFileLowResources:
+        showMessage(appState.instance, appState.mainWindow, IDS_LOW_RESOURCES, IDS_SYSTEM_ERROR,
+                    MB_OK);
+        break;
+    default:  // loaded, or the player chose to stop
+        break;
+    }
+}
 
 bool writePuzzleFile()
 {
@@ -211,27 +314,38 @@ bool writePuzzleFile()
 int readPuzzleFile(const char* path)
 {
     std::vector<uint8_t> bytes;
-    const FileRead read = readWholeFile(path, bytes, MaxFileSize);
-    if (read == FileRead::CannotOpen)
-        return PuzzleFileUnreadable;
     PuzzleFileContents contents;
-    const Decoded decoded = read == FileRead::TooLarge
-                                ? Decoded::Malformed
-                                : decodePuzzleFile(bytes.data(), bytes.size(), contents);
-    // A damaged file is refused before anything changes.
+    Decoded decoded = Decoded::Malformed;
+    try {
+        const FileRead read = readWholeFile(path, bytes, MaxFileSize);
+        if (read == FileRead::CannotOpen)
+            return PuzzleFileUnreadable;
+        if (read == FileRead::Read)
+            decoded = decodePuzzleFile(bytes.data(), bytes.size(), contents);
+    } catch (const std::bad_alloc&) {
+        return PuzzleFileLowResources;
+    }
+    // A damaged file, or one holding more than play can, is refused before anything changes.
     if (decoded == Decoded::Malformed)
         return PuzzleFileRejected;
-    if (thePuzzle.made)
+    if (decoded == Decoded::OtherVersion || !contents.hasPuzzle) {
         thePuzzle.clear();
-    if (decoded == Decoded::OtherVersion)
-        return PuzzleFileOtherVersion;
-
-    if (contents.hasPuzzle)
-        restorePuzzle(path, contents);
-    else
+        if (decoded == Decoded::OtherVersion)
+            return PuzzleFileOtherVersion;
         lstrcpynA(thePuzzle.puzzlePath, path, MAX_PATH);
-    makeParameters.shapeMode = Knobbed;
-    return PuzzleFileLoaded;
+        MarkPuzzleSaved();
+        return PuzzleFileLoaded;
+    }
+
+    const std::string picture = contents.picturePath;
+    const int result = openPuzzleContents(contents);
+    if (result == PuzzleFileLoaded) {
+        lstrcpynA(thePuzzle.puzzlePath, path, MAX_PATH);
+        // A picture found elsewhere is the puzzle's from now on: its file is out of date.
+        if (contents.picturePath == picture)
+            MarkPuzzleSaved();
+    }
+    return result;
 }
 
 void openPuzzleCommand()
@@ -254,7 +368,7 @@ void openPuzzleCommand(const char* path)
     // The path may be the puzzle's own, which reading replaces.
     char copy[MAX_PATH];
     lstrcpynA(copy, path, MAX_PATH);
-    reportReadFailure(readPuzzleFile(copy), copy);
+    reportPuzzleFileResult(readPuzzleFile(copy), copy);
 }
 
 void savePuzzleCommand(bool saveAs)
@@ -279,7 +393,18 @@ void savePuzzleCommand(bool saveAs)
     }
     if (!puzzle.puzzlePath[0])
         return;
-    if (!writePuzzleFile())
+    bool written = false;
+    try {
+        written = writePuzzleFile();
+    } catch (const std::bad_alloc&) {
+        // The puzzle is as it was; the file on disk too.
+        showMessage(appState.instance, appState.mainWindow, IDS_LOW_RESOURCES, IDS_SYSTEM_ERROR,
+                    MB_OK);
+        return;
+    }
+    if (written)
+        MarkPuzzleSaved();
+    else
         showMessage(appState.instance, appState.mainWindow, IDS_UNABLE_TO_SAVE, IDS_FILE_ERROR,
                     MB_OK);
 }

@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "files/byte_stream.h"
+#include "model/play_limits.h"
 
 namespace fileformat {
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr int Rectangular = 1, Knobbed = 2;
 constexpr int MaxKnobKind = 2;  // Flat, Out, In
+constexpr int32_t Tab = 1;       // a side of kind Out
 constexpr int MaxShowCommand = 11;
 constexpr int32_t MaxWindowSide = 32767;
 
@@ -28,7 +30,7 @@ bool isFlag(uint8_t value)
 
 bool isCoordinate(int32_t value)
 {
-    return within(value, -CoordinateLimit, CoordinateLimit);
+    return within(value, -MaxPlaceDistance, MaxPlaceDistance);
 }
 
 bool headerValid(const PuzzleFileHeader& h)
@@ -66,7 +68,61 @@ bool knobsValid(const PieceRecord& r, const PuzzleFileHeader& h)
            std::all_of(kinds, kinds + 4, [](int32_t k) { return within(k, 0, MaxKnobKind); });
 }
 
-// The values the reader relies on, all of which the writer guarantees.
+// The members of every group lie at their home offsets from each other, as joining leaves
+// them and as they move: one offset from home for the whole group.
+bool groupsKeepTheirShape(const PuzzleFileContents& c)
+{
+    struct Offset {
+        int64_t dx, dy;
+    };
+    std::unordered_map<int32_t, Offset> offsets;
+    for (size_t i = 0; i < c.pieces.size(); ++i) {
+        const PieceRecord& r = c.pieces[i];
+        if (!r.isGrouped)
+            continue;
+        const PieceBox box = pieceBoxOf(c.header, static_cast<int32_t>(i), r);
+        const Offset offset{r.x - box.homeX, r.y - box.homeY};
+        const auto known = offsets.emplace(r.groupId, offset);
+        if (!known.second && (known.first->second.dx != offset.dx ||
+                              known.first->second.dy != offset.dy))
+            return false;
+    }
+    return true;
+}
+
+// What each tray holds fits an image no larger than play lets a tray grow, and all of them
+// together no more than play lets every tray hold.
+bool traysFitTheirImages(const PuzzleFileContents& c)
+{
+    struct Extent {
+        int64_t left = 0, top = 0, right = 0, bottom = 0;
+    };
+    std::unordered_map<int32_t, Extent> extents;
+    for (size_t i = 0; i < c.pieces.size(); ++i) {
+        const PieceRecord& r = c.pieces[i];
+        if (r.trayId == 0)
+            continue;
+        const PieceBox box = pieceBoxOf(c.header, static_cast<int32_t>(i), r);
+        Extent& e = extents[r.trayId];
+        e.left = std::min<int64_t>(e.left, r.x);
+        e.top = std::min<int64_t>(e.top, r.y);
+        e.right = std::max<int64_t>(e.right, r.x + box.width);
+        e.bottom = std::max<int64_t>(e.bottom, r.y + box.height);
+    }
+    constexpr int64_t BytesPerPixel = 4;
+    int64_t bytes = 0;
+    for (const auto& tray : extents) {
+        const int64_t w = tray.second.right - tray.second.left;
+        const int64_t h = tray.second.bottom - tray.second.top;
+        if (w > MaxTrayContentSide || h > MaxTrayContentSide)
+            return false;
+        bytes += w * h * BytesPerPixel;
+    }
+    return bytes <= MaxTrayImagesBytes;
+}
+
+// The values the reader relies on, all of which the writer guarantees, and what play can
+// hold, which play never exceeds.
 bool contentsValid(const PuzzleFileContents& c)
 {
     const PuzzleFileHeader& h = c.header;
@@ -87,18 +143,24 @@ bool contentsValid(const PuzzleFileContents& c)
     }
 
     std::vector<bool> stacked(c.pieces.size(), false);
-    for (const PieceRecord& r : c.pieces) {
+    for (size_t i = 0; i < c.pieces.size(); ++i) {
+        const PieceRecord& r = c.pieces[i];
         if (!within(r.zIndex, 0, int64_t(c.pieces.size()) - 1) || stacked[r.zIndex])
             return false;
         stacked[r.zIndex] = true;
-        if (!isCoordinate(r.x) || !isCoordinate(r.y) || !knobsValid(r, h) || !isFlag(r.isSet) ||
-            !isFlag(r.isVisible) || !isFlag(r.isGrouped))
+        if (!knobsValid(r, h) || !isFlag(r.isSet) || !isFlag(r.isVisible) || !isFlag(r.isGrouped))
             return false;
         if (r.trayId != 0 && !trayIds.count(r.trayId))
             return false;
-        // A set piece lies on the main window and belongs to no group.
-        if (r.isSet && (r.trayId != 0 || r.isGrouped))
+        // A set piece lies at its home on the main window and belongs to no group; a free
+        // one lies within reach.
+        if (r.isSet) {
+            const PieceBox box = pieceBoxOf(h, static_cast<int32_t>(i), r);
+            if (r.trayId != 0 || r.isGrouped || r.x != box.homeX || r.y != box.homeY)
+                return false;
+        } else if (!isCoordinate(r.x) || !isCoordinate(r.y)) {
             return false;
+        }
         // A group lies in one window with all its members. A group the file does not
         // define leaves the piece ungrouped.
         if (r.isGrouped) {
@@ -113,7 +175,7 @@ bool contentsValid(const PuzzleFileContents& c)
         if (groupSizes[g.id] < 2)
             return false;
     }
-    return true;
+    return groupsKeepTheirShape(c) && traysFitTheirImages(c);
 }
 
 void writeTray(ByteWriter& out, const TrayRecord& t)
@@ -189,6 +251,36 @@ PieceRecord readPiece(ByteReader& in)
 
 }  // namespace
 
+PieceBox pieceBoxOf(const PuzzleFileHeader& h, int32_t index, const PieceRecord& r)
+{
+    // As generation cuts: the first width mod columns columns (and height mod rows rows) are
+    // one pixel larger, so that the cells cover the puzzle exactly.
+    const int64_t column = index % h.columns, row = index / h.columns;
+    const int64_t baseW = h.width / h.columns, baseH = h.height / h.rows;
+    const int64_t extraCols = h.width - baseW * h.columns;
+    const int64_t extraRows = h.height - baseH * h.rows;
+    PieceBox box{h.originX + column * baseW + std::min(column, extraCols),
+                 h.originY + row * baseH + std::min(row, extraRows),
+                 baseW + (column < extraCols ? 1 : 0), baseH + (row < extraRows ? 1 : 0)};
+    if (h.shapeMode == Rectangular)
+        return box;  // the knob fields are not used
+    // Every tab grows the box by its depth; those on the left and top move the home.
+    const int64_t depth = 2 * int64_t(r.knobSize);
+    if (r.knobLeft == Tab) {
+        box.homeX -= depth;
+        box.width += depth;
+    }
+    if (r.knobRight == Tab)
+        box.width += depth;
+    if (r.knobTop == Tab) {
+        box.homeY -= depth;
+        box.height += depth;
+    }
+    if (r.knobBottom == Tab)
+        box.height += depth;
+    return box;
+}
+
 void writeVersionTag(ByteWriter& out)
 {
     out.text(VersionTag);
@@ -237,9 +329,18 @@ PuzzleFileHeader readHeader(ByteReader& in)
     return h;
 }
 
+size_t encodedSize(const PuzzleFileContents& c)
+{
+    if (!c.hasPuzzle)
+        return VersionTagSize;
+    return VersionTagSize + HeaderSize + c.picturePath.size() +
+           (TrayRecordSize + PlacementSize) * c.trays.size() +
+           GroupRecordSize * c.groups.size() + PieceRecordSize * c.pieces.size();
+}
+
 std::vector<uint8_t> encodePuzzleFile(const PuzzleFileContents& c)
 {
-    ByteWriter out;
+    ByteWriter out(encodedSize(c));
     writeVersionTag(out);
     if (!c.hasPuzzle)
         return out.bytes;

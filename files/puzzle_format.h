@@ -22,11 +22,10 @@ constexpr size_t PieceRecordSize = 44;
 constexpr int PlacementFields = 11;
 
 // What the reader accepts: paths that fit a 260-character buffer with its terminator, the
-// pieces dialog's range, and coordinates far beyond any screen but far from overflow.
+// pieces dialog's range, and only what play can hold (model/play_limits.h).
 constexpr int MaxPathLength = 259;
 constexpr int MaxPiecesPerSide = 999;
 constexpr int MaxPuzzleSide = 32767;
-constexpr int CoordinateLimit = 1 << 20;
 // Each tray is a window with its own image; no player keeps this many.
 constexpr int MaxTrays = 256;
 // Ids far beyond any played puzzle, and far from overflowing when the next is handed out.
@@ -85,8 +84,17 @@ struct PuzzleFileContents {
     std::vector<PieceRecord> pieces;  // in piece-index order
 };
 
+// Where a piece belongs and the size of its box, from the header and its record alone, as
+// generation and shape building make them: puzzle coordinates.
+struct PieceBox {
+    int64_t homeX, homeY, width, height;
+};
+PieceBox pieceBoxOf(const PuzzleFileHeader& header, int32_t index, const PieceRecord& record);
+
 // The counts and the path length of the header are taken from the contents.
 std::vector<uint8_t> encodePuzzleFile(const PuzzleFileContents& contents);
+// The number of bytes encodePuzzleFile makes of contents.
+size_t encodedSize(const PuzzleFileContents& contents);
 Decoded decodePuzzleFile(const uint8_t* data, size_t size, PuzzleFileContents& contents);
 
 // Shared with the collection file.

@@ -31,3 +31,32 @@ bool processCanHold(std::uint64_t bytes)
     // Half the free addresses: the largest single block is usually far below their sum.
     return bytes <= status.ullAvailVirtual / 2 && bytes <= status.ullAvailPageFile;
 }
+
+namespace {
+
+std::uint64_t largestFreeBlock()
+{
+    SYSTEM_INFO system{};
+    GetSystemInfo(&system);
+    auto at = static_cast<const char*>(system.lpMinimumApplicationAddress);
+    const auto end = static_cast<const char*>(system.lpMaximumApplicationAddress);
+    std::uint64_t largest = 0;
+    MEMORY_BASIC_INFORMATION region{};
+    while (at < end && VirtualQuery(at, &region, sizeof region) == sizeof region) {
+        if (region.State == MEM_FREE && region.RegionSize > largest)
+            largest = region.RegionSize;
+        at = static_cast<const char*>(region.BaseAddress) + region.RegionSize;
+    }
+    return largest;
+}
+
+}  // namespace
+
+bool blockCanBeHad(std::uint64_t bytes)
+{
+    MEMORYSTATUSEX status{};
+    status.dwLength = sizeof status;
+    if (GlobalMemoryStatusEx(&status) && bytes > status.ullAvailPageFile)
+        return false;
+    return bytes <= largestFreeBlock();
+}

@@ -17,3 +17,7 @@ std::uint64_t bitmapBytes(int w, int h);
 // Whether bytes fit into the address space and the commit limit left to this process, with
 // room for the address space to be in pieces.
 bool processCanHold(std::uint64_t bytes);
+
+// Whether one block of bytes can be had: no larger than the largest stretch of free
+// addresses this process has, nor than the commit limit left.
+bool blockCanBeHad(std::uint64_t bytes);

@@ -141,6 +141,7 @@ MakeResult Puzzle::makePuzzle(const MakeInputs& in)
         repaintRect(board, 0, nullptr);  // pieces hidden under others are never drawn
 
     RedrawWindow(mainWindow, &board, nullptr, RDW_INVALIDATE);
+    noteChange();
     return cut ? MakeResult::Made : MakeResult::LowResources;
 }
 
@@ -165,7 +166,11 @@ void Puzzle::clear()
     made = false;
     scrollX = 0;
     scrollY = 0;
+    // A cleared board looks cleared.
     BitBlt(boardDC, 0, 0, boardImageWidth, boardImageHeight, nullptr, 0, 0, WHITENESS);
+    if (mainWindow)
+        RedrawWindow(mainWindow, nullptr, nullptr, RDW_INVALIDATE);
+    noteChange();
     // For a debugger, or a long test run watching for leaks: what is left between puzzles.
     char level[64];
     wsprintfA(level, "ToviraPuzzle: %ld GDI objects after clearing\n", gdi::liveObjects());

@@ -101,14 +101,15 @@ public:
     // Without grow the tray is left as it is: fitTrayToContents follows.
     void putInTray(int trayId, int piece, bool grow = true);
     void takeFromTray(int trayId, int piece);
-    void growTrayToFit(int piece);
+    // False when the tray could not grow to hold the piece's item.
+    bool growTrayToFit(int piece);
     // Grows the tray's content so that box (its client coordinates) lies within it; false,
     // with the tray as it was, when its image cannot grow that far.
     bool makeRoomInTray(int trayId, const RECT& box);
     // The bytes of every tray's image together.
     long long trayImagesBytes() const;
-    // Grows the tray once for all it holds, from its outermost items.
-    void fitTrayToContents(int trayId);
+    // Grows the tray once for all it holds, from its outermost items; false when it could not.
+    bool fitTrayToContents(int trayId);
     void shiftTrayContents(Tray* tray, int dx, int dy);
     void applyTrayScroll(int trayId);
     void trayResized(int w, int h);
@@ -118,10 +119,23 @@ public:
     void shufflePieces();
     void showHiddenPieces();
     // Moves every free piece and group of the main window that lies wholly outside view
-    // (window coordinates) to the nearest place inside it.
+    // (window coordinates) to the nearest place inside it, and every tray whose caption
+    // cannot be taken hold of inside view.
     void bringIntoView(const RECT& view);
+    // The part of the board the main window shows now, in its coordinates.
+    RECT boardView() const;
     // boardWidth and boardHeight become the client area's size now, unless it is empty.
     void followWindowSize();
+
+    // ---- Changes: every change to what a puzzle file holds is counted, and told.
+    void noteChange()
+    {
+        ++changes;
+        if (changed)
+            changed();
+    }
+    unsigned long changes = 0;
+    void (*changed)() = nullptr;
 
     // ---- Fields
     // Told after each row of pieces is cut, so that a long Make can show how far it is.

@@ -172,6 +172,7 @@ void Puzzle::moveItem(int p, int x, int y, bool raise, bool rebuild, bool toHome
     }
     dragLastX = x;
     dragLastY = y;
+    noteChange();
 }
 
 bool Puzzle::moveToWindow(int p, HWND window, HDC newTargetDC, int newTrayId)
@@ -223,6 +224,7 @@ bool Puzzle::moveToWindow(int p, HWND window, HDC newTargetDC, int newTrayId)
     repaintRect(item.rect, oldTray, window);
     InvalidateRect(window, &arrived, FALSE);
     UpdateWindow(window);
+    noteChange();
     return true;
 }
 

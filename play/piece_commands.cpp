@@ -5,6 +5,7 @@
 
 #include "model/puzzle.h"
 #include "play/piece_group.h"
+#include "play/tray.h"
 
 namespace {
 
@@ -26,6 +27,18 @@ bool meets(const RECT& a, const RECT& b)
     return IntersectRect(&common, &a, &b) != FALSE;
 }
 
+// How much of a tray's caption must show, beside the view's edges, to take hold of it.
+constexpr int CaptionGrip = 32;
+
+// A tray can be moved back while its whole caption lies below the view's top and above its
+// bottom, with enough of it across.
+bool captionInReach(const RECT& tray, const RECT& view)
+{
+    const int caption = GetSystemMetrics(SM_CYCAPTION);
+    return tray.top >= view.top && tray.top + caption <= view.bottom &&
+           std::min(tray.right, view.right) - std::max(tray.left, view.left) >= CaptionGrip;
+}
+
 }  // namespace
 
 void Puzzle::shufflePieces()
@@ -43,6 +56,7 @@ void Puzzle::shufflePieces()
         piece.moveTo(place.x, place.y, true);
     }
     repaintRect(RECT{boardLeft, boardTop, boardImageWidth, boardImageHeight}, 0, mainWindow);
+    noteChange();
 }
 
 void Puzzle::showHiddenPieces()
@@ -67,6 +81,9 @@ void Puzzle::showHiddenPieces()
     }
     placesChanged();
     repaintRect(getPuzzleArea(false), 0, mainWindow);
+    // Pieces and trays out of view are hidden too: they come back.
+    bringIntoView(boardView());
+    noteChange();
 }
 
 void Puzzle::followWindowSize()
@@ -109,6 +126,27 @@ void Puzzle::bringIntoView(const RECT& view)
         group.setPosition(group.x + d.x, group.y + d.y);
         moved = true;
     }
-    if (moved)
+    if (moved) {
         repaintRect(RECT{0, 0, boardImageWidth, boardImageHeight}, 0, mainWindow);
+        noteChange();
+    }
+    for (Tray* tray = trayCount ? firstTray : nullptr; tray; tray = tray->next) {
+        RECT box;
+        if (!tray->window || IsZoomed(tray->window) || !GetWindowRect(tray->window, &box))
+            continue;
+        MapWindowPoints(nullptr, mainWindow, reinterpret_cast<POINT*>(&box), 2);
+        if (captionInReach(box, view))
+            continue;
+        const POINT d = shiftInto(box, view);
+        MoveWindow(tray->window, box.left + d.x, box.top + d.y, box.right - box.left,
+                   box.bottom - box.top, TRUE);
+    }
+}
+
+RECT Puzzle::boardView() const
+{
+    RECT client{};
+    GetClientRect(mainWindow, &client);
+    return RECT{boardLeft, boardTop, std::min<LONG>(client.right, boardImageWidth),
+                std::min<LONG>(client.bottom, boardImageHeight)};
 }

@@ -3,16 +3,11 @@
 // off-screen image and scroll bars.
 #include <windows.h>
 
+#include "model/play_limits.h"
 #include "play/index_list.h"
 
 // Window class of trays.
 constexpr const char* TrayClassName = "CAJA";
-// What trays may hold: the content of one tray is at most this many pixels a side, and the
-// images of all trays together at most this many bytes. The puzzle file is checked against
-// the same bounds, so every file play can make opens again.
-constexpr int MaxTrayContentSide = 16384;
-constexpr long long MaxTrayImagesBytes = 256ll << 20;
-
 constexpr DWORD TrayWindowStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CAPTION |
                                   WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX |
                                   WS_HSCROLL | WS_VSCROLL;

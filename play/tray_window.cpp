@@ -1,5 +1,6 @@
 // The window procedure of trays (class CAJA).
 #include "app/app_state.h"
+#include "app/guarded.h"
 #include "app/scroll_view.h"
 #include "app/tooltip.h"
 #include "model/puzzle.h"
@@ -31,6 +32,7 @@ void onMove(HWND window, Tray& tray, const RECT& windowRect)
     bringToTop(window);
     tray.left = windowRect.left;
     tray.top = windowRect.top;
+    thePuzzle.noteChange();
 }
 
 void onSize(HWND window, Tray& tray, WPARAM kind, LPARAM size)
@@ -50,6 +52,7 @@ void onSize(HWND window, Tray& tray, WPARAM kind, LPARAM size)
         }
     }
     thePuzzle.trayResized(LOWORD(size), HIWORD(size));
+    thePuzzle.noteChange();
 }
 
 void resetTip()
@@ -69,7 +72,9 @@ void keepBelowToolbar(RECT& proposed)
 
 }  // namespace
 
-LRESULT CALLBACK trayWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+namespace {
+
+LRESULT dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_NCCREATE) {
         auto* create = reinterpret_cast<CREATESTRUCTA*>(lParam);
@@ -148,4 +153,11 @@ LRESULT CALLBACK trayWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     default:
         return DefWindowProcA(window, message, wParam, lParam);
     }
+}
+
+}  // namespace
+
+LRESULT CALLBACK trayWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return guarded([&] { return dispatch(window, message, wParam, lParam); }, LRESULT(0));
 }

@@ -144,6 +144,7 @@ int Puzzle::addTray(int id, HWND* window)
     }
     if (window)
         *window = tray->window;
+    noteChange();
     return tray->id;
 }
 
@@ -192,10 +193,10 @@ void Puzzle::putInTray(int trayId, int piece, bool grow)
         growTrayToFit(piece);
 }
 
-void Puzzle::fitTrayToContents(int trayId)
+bool Puzzle::fitTrayToContents(int trayId)
 {
     if (!findTray(trayId, false) || foundTray->pieces.count == 0)
-        return;
+        return true;
     // The items reaching furthest left, up, right and down; those left and up go first, so
     // that the right and bottom edges are measured from the content's final origin.
     int extremes[4] = {-1, -1, -1, -1};
@@ -214,8 +215,10 @@ void Puzzle::fitTrayToContents(int trayId)
             }
         }
     }
+    bool fits = true;
     for (int p : extremes)
-        growTrayToFit(p);
+        fits = growTrayToFit(p) && fits;
+    return fits;
 }
 
 void Puzzle::takeFromTray(int trayId, int piece)
@@ -224,17 +227,13 @@ void Puzzle::takeFromTray(int trayId, int piece)
         foundTray->pieces.remove(piece);
 }
 
-void Puzzle::growTrayToFit(int p)
+bool Puzzle::growTrayToFit(int p)
 {
     const Piece& piece = pieces[p];
     RECT box = piece.getBounds(true, false, false);
-    if (piece.isGrouped) {
-        if (!findGroup(piece.groupId, false))
-            return;
+    if (piece.isGrouped && findGroup(piece.groupId, false))
         box = foundGroup->bounds;
-    }
-    if (piece.trayId != 0)
-        makeRoomInTray(piece.trayId, box);
+    return piece.trayId == 0 || makeRoomInTray(piece.trayId, box);
 }
 
 bool Puzzle::makeRoomInTray(int trayId, const RECT& box)
@@ -315,6 +314,7 @@ void Puzzle::applyTrayScroll(int trayId)
     tray.contentTop += dy;
     tray.appliedScrollX = tray.scrollX;
     tray.appliedScrollY = tray.scrollY;
+    noteChange();
 }
 
 void Puzzle::trayResized(int w, int h)
@@ -365,5 +365,6 @@ bool Puzzle::closeTray(int trayId)
     delete tray;
     --trayCount;
     foundTray = neighbour;
+    noteChange();
     return true;
 }

@@ -30,6 +30,10 @@
 #define IDS_PIECES_TOO_SMALL      62
 #define IDS_PUZZLE_TOO_LARGE      63
 #define IDS_PICTURE_TOO_LARGE     64
+#define IDS_PICTURE_MISSING       65
+#define IDS_LOOK_FOR_PICTURE      66
+#define IDS_RESTORE_PUZZLE        67
+#define IDS_RESTORE_TITLE         68
 #define IDS_CANCEL                1016
 #define IDS_VERSION               1025
 #define IDS_ABOUT_TITLE           1026

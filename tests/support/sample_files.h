@@ -46,6 +46,10 @@ inline fileformat::PuzzleFileContents puzzle(bool withTrayAndGroup)
             c.pieces[i].groupId = 3;
             c.pieces[i].trayId = 2;
         }
+        // Joined, piece 3 lies below piece 1 as their homes do: 1's left tab puts its home
+        // 20 pixels left of its cell, 3's top tab 20 pixels above its own.
+        c.pieces[3].x = c.pieces[1].x + 20;
+        c.pieces[3].y = c.pieces[1].y + 60;
         c.pieces[2].trayId = 2;
     }
     return c;
