@@ -45,8 +45,8 @@ struct AppState {
     RECT toolbarRect;  // main-window client coordinates
     RECT boardRect;
     int paintOriginX, paintOriginY;
-    int areaWidth, areaHeight;     // the puzzle area's largest size
-    int areaOriginX, areaOriginY;  // top-left of the puzzle area
+    int areaWidth, areaHeight;                   // the puzzle area's largest size
+    int areaOriginX, areaOriginY;                // top-left of the puzzle area
     int defaultAreaOriginX, defaultAreaOriginY;  // where it lies on this screen
     int vScrollWidth, hScrollHeight;
     HWND hScrollBar, vScrollBar;

@@ -87,8 +87,9 @@ PictureCheck checkPicture(const char* path)
     bool read = false, tooLarge = false;
     IPicture* decoded = decodeFile(path, read, tooLarge);
     if (!decoded)
-        return !read ? PictureCheck::Missing
-                     : tooLarge ? PictureCheck::TooLarge : PictureCheck::NotAPicture;
+        return !read      ? PictureCheck::Missing
+               : tooLarge ? PictureCheck::TooLarge
+                          : PictureCheck::NotAPicture;
     OLE_XSIZE_HIMETRIC w = 0;
     OLE_YSIZE_HIMETRIC h = 0;
     decoded->get_Width(&w);
@@ -118,7 +119,8 @@ bool findPicture(char* path)
             return true;
         }
         showMessage(appState.instance, appState.mainWindow,
-                    check == PictureCheck::TooLarge ? IDS_PICTURE_TOO_LARGE : IDS_PICTURE_UNREADABLE,
+                    check == PictureCheck::TooLarge ? IDS_PICTURE_TOO_LARGE
+                                                    : IDS_PICTURE_UNREADABLE,
                     IDS_FILE_ERROR, MB_OK, chosen);
     }
     return false;

@@ -231,11 +231,11 @@ std::uint64_t memoryAsked(const PuzzleFileContents& c)
                       appState.boardImageHeight) +
         bitmapBytes(appState.previewBoxWidth, appState.boardImageHeight) * c.trays.size();
     const Puzzle& now = thePuzzle;
-    const std::uint64_t freed =
-        now.made ? makeFootprint(now.width, now.height, now.pieceCount, now.boardImageWidth,
-                                 now.boardImageHeight) +
-                       static_cast<std::uint64_t>(now.trayImagesBytes())
-                 : 0;
+    const std::uint64_t freed = now.made
+                                    ? makeFootprint(now.width, now.height, now.pieceCount,
+                                                    now.boardImageWidth, now.boardImageHeight) +
+                                          static_cast<std::uint64_t>(now.trayImagesBytes())
+                                    : 0;
     return asked > freed ? asked - freed : 0;
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int Rectangular = 1, Knobbed = 2;
 constexpr int MaxKnobKind = 2;  // Flat, Out, In
-constexpr int32_t Tab = 1;       // a side of kind Out
+constexpr int32_t Tab = 1;      // a side of kind Out
 constexpr int MaxShowCommand = 11;
 constexpr int32_t MaxWindowSide = 32767;
 
@@ -83,8 +83,8 @@ bool groupsKeepTheirShape(const PuzzleFileContents& c)
         const PieceBox box = pieceBoxOf(c.header, static_cast<int32_t>(i), r);
         const Offset offset{r.x - box.homeX, r.y - box.homeY};
         const auto known = offsets.emplace(r.groupId, offset);
-        if (!known.second && (known.first->second.dx != offset.dx ||
-                              known.first->second.dy != offset.dy))
+        if (!known.second &&
+            (known.first->second.dx != offset.dx || known.first->second.dy != offset.dy))
             return false;
     }
     return true;
@@ -334,8 +334,8 @@ size_t encodedSize(const PuzzleFileContents& c)
     if (!c.hasPuzzle)
         return VersionTagSize;
     return VersionTagSize + HeaderSize + c.picturePath.size() +
-           (TrayRecordSize + PlacementSize) * c.trays.size() +
-           GroupRecordSize * c.groups.size() + PieceRecordSize * c.pieces.size();
+           (TrayRecordSize + PlacementSize) * c.trays.size() + GroupRecordSize * c.groups.size() +
+           PieceRecordSize * c.pieces.size();
 }
 
 std::vector<uint8_t> encodePuzzleFile(const PuzzleFileContents& c)

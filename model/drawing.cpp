@@ -231,7 +231,8 @@ void Puzzle::repaintRect(const RECT& asked, int trayId, HWND window)
     // Pieces are copied into the surface's pixels directly where they can be; what the GDI
     // may still hold back is flushed before each such run of copies.
     PieceCanvas canvas{target, visible, {}, {}, false, false};
-    canvas.direct = pixelsOf(target, canvas.targetPixels) && pixelsOf(pictureDC, canvas.picturePixels);
+    canvas.direct =
+        pixelsOf(target, canvas.targetPixels) && pixelsOf(pictureDC, canvas.picturePixels);
     if (listed) {
         for (size_t i = list.size(); i-- > 0;)
             drawShownPart(list[i], parts[i], canvas);

@@ -256,11 +256,12 @@ bool Puzzle::makeRoomInTray(int trayId, const RECT& box)
     if (newWidth == tray.contentWidth && newHeight == tray.contentHeight &&
         box.left >= tray.contentLeft && box.top >= tray.contentTop)
         return true;
-    const long long others = trayImagesBytes() - static_cast<long long>(bitmapBytes(
-                                                     tray.contentWidth, tray.contentHeight));
+    const long long others =
+        trayImagesBytes() -
+        static_cast<long long>(bitmapBytes(tray.contentWidth, tray.contentHeight));
     if (newWidth > MaxTrayContentSide || newHeight > MaxTrayContentSide ||
-        others + static_cast<long long>(bitmapBytes(static_cast<int>(newWidth),
-                                                    static_cast<int>(newHeight))) >
+        others + static_cast<long long>(
+                     bitmapBytes(static_cast<int>(newWidth), static_cast<int>(newHeight))) >
             static_cast<long long>(MaxTrayImagesBytes))
         return false;
     HDC oldImage = tray.imageDC;
