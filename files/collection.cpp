@@ -1,6 +1,8 @@
 #include "files/collection.h"
 
 #include <cstring>
+#include <memory>
+#include <new>
 #include <vector>
 
 #include "app/app_state.h"
@@ -14,6 +16,24 @@
 #include "resources/resource.h"
 
 using namespace fileformat;
+
+namespace {
+
+char* copyOf(const char* text)
+{
+    char* copy = new char[strlen(text) + 1];
+    strcpy(copy, text);
+    return copy;
+}
+
+}  // namespace
+
+void Collection::setPicturePath(CollectionEntry& entry, const char* picturePath)
+{
+    char* copy = copyOf(picturePath);
+    delete[] entry.picturePath;
+    entry.picturePath = copy;
+}
 
 void Collection::clearCollection()
 {
@@ -30,7 +50,10 @@ void Collection::clearCollection()
 void Collection::addEntry(const char* picturePath, int width, int height, bool adjustToImage,
                           int columns, int rows)
 {
-    CollectionEntry* entry = new CollectionEntry;
+    // Both allocations before the list changes.
+    std::unique_ptr<CollectionEntry> made(new CollectionEntry);
+    made->picturePath = copyOf(picturePath);
+    CollectionEntry* entry = made.release();
     if (count == 0) {
         first = entry;
     } else {
@@ -38,8 +61,6 @@ void Collection::addEntry(const char* picturePath, int width, int height, bool a
         entry->previous = last;
     }
     last = current = entry;
-    entry->picturePath = new char[strlen(picturePath) + 1];
-    strcpy(entry->picturePath, picturePath);
     entry->width = width;
     entry->height = height;
     entry->adjustToImage = adjustToImage;
@@ -95,43 +116,64 @@ bool Collection::saveCollection()
     return writeFileSafely(path, encodeCollectionFile(entries));
 }
 
-int Collection::loadCollection(const char* filePath)
+int Collection::readCollection(const char* filePath, std::vector<CollectionFileEntry>& entries)
 {
     std::vector<uint8_t> bytes;
     const FileRead read = readWholeFile(filePath, bytes, MaxFileSize);
-    std::vector<CollectionFileEntry> entries;
+    if (read == FileRead::CannotOpen)
+        return CollectionUnreadable;
     const Decoded decoded = read == FileRead::TooLarge
                                 ? Decoded::Malformed
                                 : decodeCollectionFile(bytes.data(), bytes.size(), entries);
-    if (read != FileRead::CannotOpen && decoded == Decoded::Malformed)
-        return CollectionRejected;
+    return decoded == Decoded::Malformed      ? CollectionRejected
+           : decoded == Decoded::OtherVersion ? CollectionOtherVersion
+                                              : CollectionLoaded;
+}
 
-    // Opening or not, the collection now bears the new name.
+void Collection::takeEntries(const char* filePath, const std::vector<CollectionFileEntry>& entries)
+{
     char newPath[MAX_PATH];
     lstrcpynA(newPath, filePath, MAX_PATH);
     clearCollection();
     lstrcpyA(path, newPath);
-    if (read == FileRead::CannotOpen)
-        return CollectionUnreadable;
-    if (decoded == Decoded::OtherVersion)
-        return CollectionOtherVersion;
     for (const CollectionFileEntry& e : entries)
         addEntry(e.picturePath.c_str(), e.width, e.height, e.adjustToImage, e.columns, e.rows);
     current = first;
-    return CollectionLoaded;
 }
 
-void showCurrentEntry()
+int Collection::loadCollection(const char* filePath)
 {
+    std::vector<CollectionFileEntry> entries;
+    const int result = readCollection(filePath, entries);
+    // Opening or not, the collection now bears the new name; a damaged file changes nothing.
+    if (result != CollectionRejected)
+        takeEntries(filePath, entries);
+    return result;
+}
+
+bool showCurrentEntry()
+{
+    CollectionEntry* entry = theCollection.current;
+    char picture[MAX_PATH] = {};
+    if (theCollection.count != 0 && entry) {
+        // A picture moved since the entry was made is looked for first: given up, nothing
+        // on the board changes.
+        lstrcpynA(picture, entry->picturePath, MAX_PATH);
+        if (!findPicture(picture))
+            return false;
+        if (strcmp(picture, entry->picturePath) != 0)
+            theCollection.setPicturePath(*entry, picture);
+    }
     if (thePuzzle.made)
         thePuzzle.clear();
-    const CollectionEntry* entry = theCollection.current;
     if (theCollection.count == 0 || !entry) {
         if (appState.boardDC)
             BitBlt(appState.boardDC, 0, appState.paintOriginY, appState.previewBoxWidth,
                    appState.previewBoxHeight, nullptr, 0, 0, WHITENESS);
     } else {
-        thePicture.loadPreview(entry->picturePath);
+        if (thePicture.loadPreview(picture) == PictureTooLarge)
+            showMessage(appState.instance, appState.mainWindow, IDS_PICTURE_TOO_LARGE,
+                        IDS_SYSTEM_ERROR, MB_OK, picture);
         makeParameters.adjustToImage = entry->adjustToImage;
         makeParameters.width = entry->adjustToImage ? thePicture.naturalWidth : entry->width;
         makeParameters.height = entry->adjustToImage ? thePicture.naturalHeight : entry->height;
@@ -140,16 +182,36 @@ void showCurrentEntry()
         makeParameters.shapeMode = entry->shapeMode;
     }
     RedrawWindow(appState.mainWindow, &appState.boardRect, nullptr, RDW_INVALIDATE | RDW_ERASE);
+    return true;
 }
 
 void openCollection(const char* path)
 {
     char copy[MAX_PATH];
     lstrcpynA(copy, path, MAX_PATH);
-    const int result = theCollection.loadCollection(copy);
-    if (result == CollectionRejected) {
-        showMessage(appState.instance, appState.mainWindow, IDS_ERROR_READING, IDS_FILE_ERROR,
-                    MB_OK, copy);
+    std::vector<CollectionFileEntry> entries;
+    int result = CollectionLowResources;
+    try {
+        result = theCollection.readCollection(copy, entries);
+        // The first entry's picture is found before anything changes: given up, the
+        // collection and the board stay as they were.
+        char first[MAX_PATH];
+        if (result == CollectionLoaded && !entries.empty()) {
+            lstrcpynA(first, entries.front().picturePath.c_str(), MAX_PATH);
+            if (!findPicture(first))
+                return;
+            entries.front().picturePath = first;
+        }
+        if (result != CollectionRejected)
+            theCollection.takeEntries(copy, entries);
+    } catch (const std::bad_alloc&) {
+        result = CollectionLowResources;
+    }
+    if (result == CollectionRejected || result == CollectionLowResources) {
+        showMessage(appState.instance, appState.mainWindow,
+                    result == CollectionRejected ? IDS_ERROR_READING : IDS_LOW_RESOURCES,
+                    result == CollectionRejected ? IDS_FILE_ERROR : IDS_SYSTEM_ERROR, MB_OK,
+                    result == CollectionRejected ? copy : nullptr);
         return;
     }
     if (thePuzzle.made)

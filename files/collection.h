@@ -1,7 +1,10 @@
 #pragma once
 // Collections: an ordered list of pictures, each with the puzzle settings to use for it,
 // stepped through with Previous and Next and kept in collection files (.fpc).
+#include <vector>
 #include <windows.h>
+
+#include "files/collection_format.h"
 
 class CollectionEntry {
 public:
@@ -26,6 +29,7 @@ enum CollectionLoadResult {
     CollectionOtherVersion = 1,  // empty, or another version tag
     CollectionUnreadable = 2,    // cannot be opened
     CollectionRejected = 3,      // damaged: the collection was left as it was
+    CollectionLowResources = 4,  // not enough memory: the collection was left as it was
 };
 
 class Collection {
@@ -45,7 +49,14 @@ public:
     bool movePrevious();
     // Writes to path; the previous file survives any failure.
     bool saveCollection();
+    // Reads a collection file without changing anything.
+    int readCollection(const char* filePath, std::vector<fileformat::CollectionFileEntry>& entries);
+    // The collection becomes the entries read, named filePath, at its first entry.
+    void takeEntries(const char* filePath,
+                     const std::vector<fileformat::CollectionFileEntry>& entries);
+    // Both at once: a damaged file (CollectionRejected) changes nothing.
     int loadCollection(const char* filePath);
+    void setPicturePath(CollectionEntry& entry, const char* picturePath);
 
     int count = 0;
     char path[MAX_PATH] = {};
@@ -57,8 +68,9 @@ public:
 // The one collection of the program (constructed after the puzzle, destroyed first).
 extern Collection theCollection;
 
-// Shows the current entry's picture and loads its settings, ready for Make.
-void showCurrentEntry();
+// Shows the current entry's picture and loads its settings, ready for Make. A picture that
+// is missing is looked for with the player; false, with nothing changed, when they give up.
+bool showCurrentEntry();
 // Opens a collection file and shows its first entry; failures are reported.
 void openCollection(const char* path);
 // Empties the collection and the board; open tells whether an empty collection stays open.

@@ -74,16 +74,17 @@ void updateImageCommand()
     entry->adjustToImage = p.adjustToImage;
 }
 
+// A step to an entry whose picture the player gives up on is taken back.
 void previousPuzzleCommand()
 {
-    if (theCollection.movePrevious())
-        showCurrentEntry();
+    if (theCollection.movePrevious() && !showCurrentEntry())
+        theCollection.moveNext();
 }
 
 void nextPuzzleCommand()
 {
-    if (theCollection.moveNext())
-        showCurrentEntry();
+    if (theCollection.moveNext() && !showCurrentEntry())
+        theCollection.movePrevious();
 }
 
 void setDefaultCollection(bool reset)
