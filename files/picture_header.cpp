@@ -29,18 +29,39 @@ bool stated(long long w, long long h, int& width, int& height)
     return true;
 }
 
+// An uncompressed bitmap must hold every row it states; one that does not is damaged, not
+// too large, whatever its header says.
+bool holdsItsRows(std::size_t size, std::uint32_t dataAt, long long w, long long h, int bits)
+{
+    if (bits <= 0 || w <= 0 || w > 0x7FFFFFFF || h < 0)
+        return false;
+    const long long stride = (w * bits + 31) / 32 * 4;
+    const long long available = static_cast<long long>(size) - dataAt;
+    return available >= 0 && available / stride >= h;
+}
+
 bool bitmapSize(const std::uint8_t* d, std::size_t size, int& width, int& height)
 {
     constexpr std::size_t InfoAt = 14, CoreHeaderSize = 12, InfoHeaderSize = 40;
+    constexpr std::uint32_t Uncompressed = 0, BitFields = 3;
     if (size < InfoAt + InfoHeaderSize)
         return false;
+    const std::uint32_t dataAt = static_cast<std::uint32_t>(little32(d + 10));
     const std::uint32_t header = static_cast<std::uint32_t>(little32(d + InfoAt));
-    if (header == CoreHeaderSize)
-        return stated(little16(d + 18), little16(d + 20), width, height);
+    if (header == CoreHeaderSize) {
+        const long long w = little16(d + 18), h = little16(d + 20);
+        return holdsItsRows(size, dataAt, w, h, static_cast<int>(little16(d + 24))) &&
+               stated(w, h, width, height);
+    }
+    if (header < InfoHeaderSize)
+        return false;
     // A negative height is a picture stored top-down.
-    if (header >= InfoHeaderSize)
-        return stated(little32(d + 18), std::llabs(little32(d + 22)), width, height);
-    return false;
+    const long long w = little32(d + 18), h = std::llabs(little32(d + 22));
+    const std::uint32_t compression = static_cast<std::uint32_t>(little32(d + 30));
+    const bool uncompressed = compression == Uncompressed || compression == BitFields;
+    if (uncompressed && !holdsItsRows(size, dataAt, w, h, static_cast<int>(little16(d + 28))))
+        return false;
+    return stated(w, h, width, height);
 }
 
 bool jpegSize(const std::uint8_t* d, std::size_t size, int& width, int& height)
