@@ -10,6 +10,7 @@
 #include <psapi.h>
 
 #include "app/app_state.h"
+#include "app/autosave.h"
 #include "files/picture.h"
 #include "files/puzzle_file.h"
 #include "model/gdi_objects.h"
@@ -120,6 +121,10 @@ void playLargePuzzle()
     }
     for (int row = 1; row <= 100 - 1; ++row) {
         const int pair[] = {row * 100 + 10, row * 100 + 11};
+        // Joined pieces lie as their homes do.
+        const Piece& left = z.pieces[pair[0]];
+        Piece& right = z.pieces[pair[1]];
+        right.moveTo(left.x + right.homeX - left.homeX, left.y + right.homeY - left.homeY, false);
         z.addToGroup(z.createGroup(0, 0), pair, 2);
     }
     for (int t = 0; t < 3; ++t) {
@@ -159,15 +164,46 @@ void measureFiles()
     for (int i = 0; i < Opens; ++i)
         result |= readPuzzleFile(path);
     const double open = (now() - start) / Opens;
+    // An autosave after a change, as the timer makes it.
+    constexpr int Autosaves = 5;
+    bool autosaved = true;
+    start = now();
+    for (int i = 0; i < Autosaves; ++i) {
+        thePuzzle.noteChange();
+        autosaved = AutosaveNow() && autosaved;
+    }
+    const double autosave = (now() - start) / Autosaves;
     std::printf("\n100x100 puzzle with %d trays and %d groups, %lu-byte file:\n",
                 thePuzzle.trayCount, thePuzzle.groupCount,
                 static_cast<unsigned long>(59 + lstrlenA(thePuzzle.picturePath) +
                                            68 * thePuzzle.trayCount + 24 * thePuzzle.groupCount +
                                            44 * thePuzzle.pieceCount));
-    std::printf("save %.1f ms%s, open (picture, make, restore, repaint) %.1f ms%s\n", save,
-                saved ? "" : " (FAILED)", open, result == 0 ? "" : " (FAILED)");
+    std::printf("save %.1f ms%s, open (picture, make, restore, repaint) %.1f ms%s, autosave "
+                "%.1f ms%s\n",
+                save, saved ? "" : " (FAILED)", open, result == 0 ? "" : " (FAILED)", autosave,
+                autosaved ? "" : " (FAILED)");
     DeleteFileA(path);
+    MarkPuzzleSaved();
     session::end();
+}
+
+// Saving and opening again the puzzle on hand, as made: the times should grow with the
+// number of pieces, no faster.
+void measureSaveAndOpen(const char* name)
+{
+    char path[MAX_PATH];
+    GetTempPathA(MAX_PATH, path);
+    lstrcatA(path, "tovira-benchmark-large.fpp");
+    lstrcpyA(thePuzzle.puzzlePath, path);
+    double start = now();
+    const bool saved = writePuzzleFile();
+    const double save = now() - start;
+    start = now();
+    const int result = readPuzzleFile(path);
+    const double open = now() - start;
+    std::printf("%-9s save %8.1f ms%s   open %8.1f ms%s\n", name, save, saved ? "" : " (FAILED)",
+                open, result == PuzzleFileLoaded ? "" : " (FAILED)");
+    DeleteFileA(path);
 }
 
 }  // namespace
@@ -202,6 +238,14 @@ void measureLarge()
         char name[16];
         std::snprintf(name, sizeof name, "%dx%d", job.columns, job.rows);
         printRow(name, f);
+    }
+    std::printf("\n");
+    for (const Job& job : jobs) {
+        char name[16];
+        std::snprintf(name, sizeof name, "%dx%d", job.columns, job.rows);
+        session::makePuzzle(job.width, job.height, job.columns, job.rows, 1, Knobbed, job.picture);
+        measureSaveAndOpen(name);
+        session::end();
     }
 }
 

@@ -1,0 +1,145 @@
+// Dropping pieces and groups: set at their correct place, or joined to a true neighbour
+// lying within four pixels on both axes, from every side; at most one join a drop.
+#include <gtest/gtest.h>
+
+#include "model/puzzle.h"
+#include "play/piece_group.h"
+#include "tests/support/game.h"
+
+namespace {
+
+// A 400 x 300 puzzle of 8 x 6 pieces of 50 x 50 (knobs of 6), every free piece piled in the
+// bottom-left corner, far from every home and from the table at (X, Y).
+class Dropping : public ::testing::Test {
+protected:
+    static constexpr int X = 680, Y = 440;
+    void SetUp() override
+    {
+        game::make(400, 300, 8, 6);
+        for (int p = 0; p < thePuzzle.pieceCount; ++p)
+            game::place(p, 20, 560);
+    }
+    void TearDown() override { game::end(); }
+    // The cell of p at home, in main-window coordinates.
+    static POINT home(int p)
+    {
+        const RECT at = game::cell(p);
+        const Piece& piece = thePuzzle.pieces[p];
+        return POINT{at.left + piece.homeX - piece.x, at.top + piece.homeY - piece.y};
+    }
+};
+
+}  // namespace
+
+TEST_F(Dropping, APieceJoinsANeighbourOnEverySideWithinFourPixels)
+{
+    // Piece 9 rests at the table; each neighbour is dropped where it belongs, off by (dx, dy).
+    const struct {
+        int neighbour, cellX, cellY;
+    } sides[] = {{1, 0, -50}, {17, 0, 50}, {8, -50, 0}, {10, 50, 0}};
+    const struct {
+        int dx, dy;
+    } offsets[] = {{4, 0}, {0, -4}, {-4, 4}, {5, 0}, {0, 5}, {-5, -1}, {3, -5}};
+    for (const auto& side : sides) {
+        for (const auto& off : offsets) {
+            SCOPED_TRACE(testing::Message() << "neighbour " << side.neighbour << " off by "
+                                            << off.dx << "," << off.dy);
+            SetUp();
+            game::place(9, X, Y);
+            game::carry(side.neighbour, X + side.cellX + off.dx, Y + side.cellY + off.dy);
+            const bool within = std::abs(off.dx) <= 4 && std::abs(off.dy) <= 4;
+            ASSERT_EQ(within, game::joined(9, side.neighbour));
+            // Snapped, the cells meet without gap or overlap; else it lies where dropped.
+            const RECT at = game::cell(side.neighbour);
+            EXPECT_EQ(X + side.cellX + (within ? 0 : off.dx), at.left);
+            EXPECT_EQ(Y + side.cellY + (within ? 0 : off.dy), at.top);
+            EXPECT_EQ(X, game::cell(9).left);  // the resting piece stays
+        }
+    }
+}
+
+TEST_F(Dropping, AGroupJoinsByAnyMemberAndAbsorbsTheRestingGroupWhichKeepsItsPlace)
+{
+    game::place(9, X - 120, Y);
+    game::carry(10, X - 70, Y);  // 9 and 10
+    game::place(12, X + 60, Y + 30);
+    game::carry(11, X + 10, Y + 30);  // 11 and 12, 11 left of 12
+    ASSERT_EQ(2, thePuzzle.groupCount);
+    const RECT resting11 = game::cell(11), resting12 = game::cell(12);
+    const int dropped = thePuzzle.pieces[9].groupId;
+
+    // The first group, carried so that 10 comes within 3 pixels of 11's left.
+    game::pickUp(9);
+    game::moveBy(X + 10 - 50 - 3 - game::cell(10).left, Y + 30 + 2 - game::cell(10).top);
+    game::drop();
+
+    EXPECT_EQ(1, thePuzzle.groupCount);
+    for (int p : {9, 10, 11, 12})
+        EXPECT_EQ(dropped, thePuzzle.pieces[p].groupId) << p;
+    EXPECT_TRUE(game::same(resting11, game::cell(11)));
+    EXPECT_TRUE(game::same(resting12, game::cell(12)));
+    EXPECT_EQ(game::cell(11).left, game::cell(10).right);
+    ASSERT_TRUE(thePuzzle.findGroup(dropped, false));
+    EXPECT_EQ(4, thePuzzle.foundGroup->members.count);
+}
+
+TEST_F(Dropping, AtMostOneJoinADrop)
+{
+    // 9 between 8 and 10, both resting where they belong: the first side tried wins.
+    game::place(8, X - 50, Y);
+    game::place(10, X + 50, Y);
+    game::carry(9, X + 2, Y);
+    EXPECT_EQ(1, thePuzzle.groupCount);
+    EXPECT_NE(game::joined(9, 8), game::joined(9, 10));
+}
+
+TEST_F(Dropping, APieceOrGroupWithinFourPixelsOfHomeIsSetThere)
+{
+    const struct {
+        int dx, dy;
+    } drops[] = {{4, -4}, {-4, 3}, {0, 4}, {5, 0}, {0, -5}, {-5, 5}};
+    for (const auto& d : drops) {
+        SCOPED_TRACE(testing::Message() << d.dx << "," << d.dy);
+        SetUp();
+        const POINT at = home(20);
+        game::carry(20, at.x + d.dx, at.y + d.dy);
+        const bool within = std::abs(d.dx) <= 4 && std::abs(d.dy) <= 4;
+        const Piece& piece = thePuzzle.pieces[20];
+        EXPECT_EQ(within, piece.isSet);
+        if (within) {  // at home exactly, and never picked up again
+            EXPECT_EQ(piece.homeX, piece.x);
+            EXPECT_EQ(piece.homeY, piece.y);
+            int found = -1;
+            const RECT box = game::cell(20);
+            EXPECT_FALSE(thePuzzle.pieceAt(thePuzzle.mainWindow, box.left + 25 - thePuzzle.scrollX,
+                                           box.top + 25, found));
+        }
+    }
+
+    // A group near home is set whole, and is a group no more.
+    SetUp();
+    game::place(27, X, Y);
+    game::carry(28, X + 50, Y);
+    const POINT at = home(27);
+    game::pickUp(27);
+    game::moveBy(at.x + 3 - X, at.y - 2 - Y);
+    game::drop();
+    for (int p : {27, 28}) {
+        EXPECT_TRUE(thePuzzle.pieces[p].isSet) << p;
+        EXPECT_FALSE(thePuzzle.pieces[p].isGrouped) << p;
+    }
+    EXPECT_EQ(0, thePuzzle.groupCount);
+}
+
+TEST_F(Dropping, APieceDroppedAgainstASetNeighbourIsSetNotJoined)
+{
+    const POINT at = home(9);
+    game::carry(9, at.x, at.y);
+    ASSERT_TRUE(thePuzzle.pieces[9].isSet);
+    const POINT right = home(10);
+    game::carry(10, right.x + 2, right.y - 1);
+    EXPECT_TRUE(thePuzzle.pieces[10].isSet);
+    EXPECT_EQ(0, thePuzzle.groupCount);
+    // Between two set neighbours no line is left: the board is what a repaint draws.
+    EXPECT_TRUE(game::boardAsRepainted());
+}

@@ -1,0 +1,260 @@
+#include "tests/support/game.h"
+
+#include <cstdlib>
+
+#include "app/app_state.h"
+#include "app/autosave.h"
+#include "app/commands.h"
+#include "app/main_window.h"
+#include "app/make_command.h"
+#include "app/settings.h"
+#include "files/make_parameters.h"
+#include "files/picture.h"
+#include "files/puzzle_file.h"
+#include "model/puzzle.h"
+#include "play/drag.h"
+#include "resources/resource.h"
+
+namespace game {
+
+namespace {
+
+constexpr int FileNameBox = 0x47C;  // the file name field of the common dialogs
+std::string startFolder;
+
+// Answers the dialogs of this thread from a timer, which fires inside their modal loops.
+std::function<void(HWND)> responder;
+
+BOOL CALLBACK findDialog(HWND window, LPARAM found)
+{
+    char type[32];
+    GetClassNameA(window, type, sizeof type);
+    if (std::string(type) == "#32770" && IsWindowVisible(window) && IsWindowEnabled(window)) {
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD)
+{
+    HWND dialog = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), findDialog, reinterpret_cast<LPARAM>(&dialog));
+    if (dialog && responder)
+        responder(dialog);
+}
+
+int buttonOf(const std::string& name)
+{
+    return name == "yes" ? IDYES : name == "no" ? IDNO : name == "cancel" ? IDCANCEL : IDOK;
+}
+
+std::string freshFolder()
+{
+    char temp[MAX_PATH];
+    GetTempPathA(MAX_PATH, temp);
+    const std::string folder =
+        std::string(temp) + "tovira-unit-" + std::to_string(GetCurrentProcessId());
+    CreateDirectoryA(folder.c_str(), nullptr);
+    return folder;
+}
+
+}  // namespace
+
+std::string answering(const std::function<void()>& action, std::vector<std::string> answers)
+{
+    std::string said;
+    size_t next = 0;
+    HWND last = nullptr;
+    responder = [&](HWND dialog) {
+        if (dialog == last)
+            return;  // answered, not closed yet
+        last = dialog;
+        const std::string answer = next < answers.size() ? answers[next++] : "ok";
+        if (GetDlgItem(dialog, FileNameBox)) {
+            const bool typed = buttonOf(answer) == IDOK && answer != "ok";
+            if (typed)
+                SetDlgItemTextA(dialog, FileNameBox, answer.c_str());
+            PostMessageA(dialog, WM_COMMAND, typed ? IDOK : IDCANCEL, 0);
+            return;
+        }
+        char text[1024], caption[256];
+        GetDlgItemTextA(dialog, 0xFFFF, text, sizeof text);
+        GetWindowTextA(dialog, caption, sizeof caption);
+        said += std::string(caption) + ": " + text + "\n";
+        // "ok" presses a dialog's default button, whatever its id.
+        const LRESULT defaultButton = SendMessageA(dialog, DM_GETDEFID, 0, 0);
+        const int button = answer == "ok" && HIWORD(defaultButton) == DC_HASDEFID
+                               ? LOWORD(defaultButton)
+                               : buttonOf(answer);
+        PostMessageA(dialog, WM_COMMAND, button, 0);
+    };
+    const UINT_PTR timer = SetTimer(nullptr, 0, 20, onTimer);
+    action();
+    KillTimer(nullptr, timer);
+    responder = nullptr;
+    return said;
+}
+
+HWND window()
+{
+    static HWND main = nullptr;
+    if (main)
+        return main;
+    // A first start: no settings, a working folder of its own, the language dialog shown.
+    for (const char* leaf : {"\\Options", "\\History", ""})
+        RegDeleteKeyA(HKEY_CURRENT_USER, (std::string(SettingsKey) + leaf).c_str());
+    startFolder = freshFolder();
+    SetCurrentDirectoryA(startFolder.c_str());
+    HINSTANCE instance = GetModuleHandleA(nullptr);
+    appState.instance = instance;
+    RedirectSettings(SettingsKey);
+    RegisterWindowClasses(instance);
+    answering([&] { main = CreateMainWindow(instance); });
+    appState.soundOn = false;  // tests are quiet
+    return main;
+}
+
+std::string folder()
+{
+    window();
+    return startFolder;
+}
+
+std::string picture(const char* name)
+{
+    return std::string(TEST_PICTURE_DIR) + "\\" + name;
+}
+
+std::string setting(const char* leaf, const char* name)
+{
+    char* key = NewSettingsKey((std::string("\\") + leaf).c_str());
+    char value[MAX_PATH] = {};
+    QueryStringValue(key, name, value, sizeof value);
+    free(key);
+    return value;
+}
+
+void make(int w, int h, int columns, int rows, unsigned seed, int shapeMode,
+          const char* pictureName)
+{
+    window();
+    end();
+    const std::string path = picture(pictureName);
+    if (path != loadedPicturePath)
+        thePicture.loadPreview(path.c_str());
+    makeParameters.width = w;
+    makeParameters.height = h;
+    makeParameters.columns = columns;
+    makeParameters.rows = rows;
+    makeParameters.shapeMode = shapeMode;
+    appState.pictureLoaded = true;
+    MakeInputs inputs = gatherMakeInputs();
+    inputs.seed = seed;
+    thePuzzle.makePuzzle(inputs);
+}
+
+void end()
+{
+    endDragInPlace();
+    thePuzzle.clear();
+    thePuzzle.puzzlePath[0] = '\0';
+    MarkPuzzleSaved();
+}
+
+void command(int id)
+{
+    RouteCommand(window(), id, 0);
+}
+
+RECT cell(int p)
+{
+    return thePuzzle.pieces[p].getBounds(true, true, false);
+}
+
+void place(int p, int x, int y)
+{
+    const RECT box = cell(p);
+    Piece& piece = thePuzzle.pieces[p];
+    piece.moveTo(piece.x + x - box.left, piece.y + y - box.top, false);
+    thePuzzle.raiseToTop(p);
+    // The board shows the model, as it always does in play.
+    thePuzzle.repaintRect(RECT{0, 0, thePuzzle.boardWidth, thePuzzle.boardHeight}, 0, nullptr);
+}
+
+void pickUp(int p)
+{
+    // Brought up from any pile first, so that the press finds it.
+    if (!thePuzzle.pieces[p].isSet)
+        thePuzzle.raiseToTop(p);
+    const RECT box = cell(p);
+    SendMessageA(thePuzzle.pieces[p].window, WM_LBUTTONDOWN, 0,
+                 MAKELPARAM((box.left + box.right) / 2, (box.top + box.bottom) / 2));
+}
+
+void moveBy(int dx, int dy)
+{
+    SendMessageA(thePuzzle.pieces[dragState.draggedPiece].window, WM_MOUSEMOVE, 0,
+                 MAKELPARAM(thePuzzle.dragLastX + dx, thePuzzle.dragLastY + dy));
+}
+
+void drop()
+{
+    dropIn(thePuzzle.pieces[dragState.draggedPiece].window, thePuzzle.dragLastX,
+           thePuzzle.dragLastY);
+}
+
+void dropIn(HWND target, int x, int y)
+{
+    SendMessageA(target, WM_LBUTTONDOWN, 0, MAKELPARAM(x, y));
+}
+
+void carry(int p, int x, int y)
+{
+    pickUp(p);
+    const RECT box = cell(p);
+    moveBy(x - box.left, y - box.top);
+    drop();
+}
+
+void carryInto(int p, HWND tray, int x, int y)
+{
+    POINT target{x, y};
+    MapWindowPoints(tray, thePuzzle.mainWindow, &target, 1);
+    pickUp(p);
+    const RECT box = cell(p);
+    moveBy(target.x - box.left, target.y - box.top);
+    dropIn(tray, 5, 5);
+}
+
+bool same(const RECT& a, const RECT& b)
+{
+    return EqualRect(&a, &b) != FALSE;
+}
+
+bool joined(int a, int b)
+{
+    const Piece& pa = thePuzzle.pieces[a];
+    const Piece& pb = thePuzzle.pieces[b];
+    return pa.isGrouped && pb.isGrouped && pa.groupId == pb.groupId;
+}
+
+std::vector<std::uint8_t> kept()
+{
+    return thePuzzle.made ? fileformat::encodePuzzleFile(contentsOfPuzzle())
+                          : std::vector<std::uint8_t>();
+}
+
+Snapshot board()
+{
+    return Snapshot(appState.boardDC, 0, 0, thePuzzle.boardWidth, thePuzzle.boardHeight);
+}
+
+bool boardAsRepainted()
+{
+    const Snapshot before = board();
+    thePuzzle.repaintRect(RECT{0, 0, thePuzzle.boardWidth, thePuzzle.boardHeight}, 0, nullptr);
+    return before == board();
+}
+
+}  // namespace game

@@ -1,0 +1,69 @@
+#pragma once
+// The real program inside the test process: its main window, started once from a first
+// start (no settings, no working folders, the language dialog answered), and the player's
+// moves made through the same handlers the window procedures call.
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+#include <windows.h>
+
+#include "model/piece.h"
+#include "tests/support/pixels.h"
+
+namespace game {
+
+// The tests keep their options and history here, away from the player's.
+constexpr const char* SettingsKey = "Software\\Tovira Software\\ToviraPuzzle Tests";
+// The picture whose every pixel has a colour of its own (pixels.h), 1024 x 768.
+constexpr const char* Pattern = "pattern.bmp";
+
+// Creates the main window on first use, running the real start-up sequence in a new, empty
+// working folder.
+HWND window();
+// The working folder the program started in.
+std::string folder();
+std::string picture(const char* name);
+// A registry value under the tests' key ("Options" or "History"); empty when absent.
+std::string setting(const char* leaf, const char* name);
+
+// Shows the picture and makes a w x h puzzle of columns x rows pieces with a fixed seed.
+void make(int w, int h, int columns, int rows, unsigned seed = 5, int shapeMode = Knobbed,
+          const char* pictureName = Pattern);
+// Ends any carry and clears the puzzle, its file name and its unsaved changes.
+void end();
+// Runs a menu command as the menu does.
+void command(int id);
+
+// The cell of piece p (its box without tabs) where it lies.
+RECT cell(int p);
+// Moves piece p (not carried) so that its cell's top-left lies at (x, y), on top.
+void place(int p, int x, int y);
+// A press on the middle of p's cell in its window, pointer moves by (dx, dy), a press to
+// drop where the pointer is, or in window at (x, y).
+void pickUp(int p);
+void moveBy(int dx, int dy);
+void drop();
+void dropIn(HWND window, int x, int y);
+// Picks p up, carries it so that its cell's top-left comes to (x, y), and drops it.
+void carry(int p, int x, int y);
+// Carries p into tray so that its cell's top-left shows at (x, y) there.
+void carryInto(int p, HWND tray, int x, int y);
+bool joined(int a, int b);
+bool same(const RECT& a, const RECT& b);
+
+// Everything a puzzle file keeps of the puzzle on hand, as the file's bytes.
+std::vector<std::uint8_t> kept();
+// The board image as it is, and whether a repaint from scratch makes the same (taken in
+// that order).
+Snapshot board();
+bool boardAsRepainted();
+
+// Runs action, answering the dialogs it shows in turn: a message box with the button named
+// ("ok", "yes", "no", "cancel"), a file dialog with the path typed into it (a button name
+// cancels it); past the answers given, "ok". Returns what the message boxes said, each as
+// "caption: text" on a line of its own.
+std::string answering(const std::function<void()>& action,
+                      std::vector<std::string> answers = {});
+
+}  // namespace game
