@@ -80,10 +80,23 @@ IPicture* decodeFile(const char* path, bool& read, bool& tooLarge)
     return decoded;
 }
 
+// The picture last found to show, kept for the load that follows the check: a large picture
+// takes seconds to decode, and is decoded once.
+IPicture* checked = nullptr;
+char checkedPath[MAX_PATH];
+
 }  // namespace
+
+void forgetCheckedPicture()
+{
+    if (checked)
+        checked->Release();
+    checked = nullptr;
+}
 
 PictureCheck checkPicture(const char* path)
 {
+    forgetCheckedPicture();
     bool read = false, tooLarge = false;
     IPicture* decoded = decodeFile(path, read, tooLarge);
     if (!decoded)
@@ -94,12 +107,19 @@ PictureCheck checkPicture(const char* path)
     OLE_YSIZE_HIMETRIC h = 0;
     decoded->get_Width(&w);
     decoded->get_Height(&h);
-    decoded->Release();
-    return w > 0 && h > 0 ? PictureCheck::Shows : PictureCheck::NotAPicture;
+    if (w <= 0 || h <= 0) {
+        decoded->Release();
+        return PictureCheck::NotAPicture;
+    }
+    checked = decoded;
+    lstrcpynA(checkedPath, path, MAX_PATH);
+    return PictureCheck::Shows;
 }
 
 bool findPicture(char* path)
 {
+    if (checked && strcmp(path, checkedPath) == 0)
+        return true;  // found just now
     PictureCheck check = checkPicture(path);
     if (check == PictureCheck::Shows)
         return true;
@@ -199,8 +219,15 @@ bool Picture::createSurface(HDC& dc, HBITMAP& bitmap, int w, int h)
 
 PictureLoad Picture::loadPicture(const char* path)
 {
-    bool read = false, tooLarge = false;
-    IPicture* decoded = decodeFile(path, read, tooLarge);
+    bool read = true, tooLarge = false;
+    IPicture* decoded = nullptr;
+    if (checked && strcmp(path, checkedPath) == 0) {
+        decoded = checked;
+        checked = nullptr;
+    } else {
+        forgetCheckedPicture();
+        decoded = decodeFile(path, read, tooLarge);
+    }
     const bool readable = decoded != nullptr;
     if (read && !decoded && picture) {
         // Read but not decoded: the picture is gone, its images stay.

@@ -67,7 +67,10 @@ enum class PictureCheck {
     NotAPicture,  // read, but not a picture that decodes
     TooLarge,     // a picture whose image is larger than the memory left
 };
+// A picture found to show is kept for a load of the same path that follows.
 PictureCheck checkPicture(const char* path);
+// Lets go of a picture checked but not loaded.
+void forgetCheckedPicture();
 // path (MAX_PATH) names the picture of a puzzle or collection entry. When it cannot be shown
 // the player is told which picture is missing and may look for it with the open dialog:
 // true with path naming a picture that shows, false when they gave up.

@@ -253,8 +253,10 @@ int openPuzzleContents(PuzzleFileContents& c)
     if (!findPicture(picture))
         return PuzzleFileCancelled;
     c.picturePath = picture;
-    if (!processCanHold(memoryAsked(c)))
+    if (!processCanHold(memoryAsked(c))) {
+        forgetCheckedPicture();
         return PuzzleFileLowResources;
+    }
 
     // What is on the board now, to put back should the new puzzle fail part-way.
     const bool hadPuzzle = thePuzzle.made;
@@ -272,6 +274,7 @@ int openPuzzleContents(PuzzleFileContents& c)
     if (restored)
         return PuzzleFileLoaded;
     thePuzzle.clear();
+    forgetCheckedPicture();
     if (hadPuzzle && checkPicture(previous.picturePath.c_str()) == PictureCheck::Shows) {
         try {
             if (restorePuzzle(previous))
