@@ -49,6 +49,30 @@ int buttonOf(const std::string& name)
     return name == "yes" ? IDYES : name == "no" ? IDNO : name == "cancel" ? IDCANCEL : IDOK;
 }
 
+std::string firstStart;
+
+// Every value of the tests' key leaf, as "leaf\name=value" lines.
+std::string valuesOf(const char* leaf)
+{
+    std::string lines;
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(HKEY_CURRENT_USER, (std::string(SettingsKey) + "\\" + leaf).c_str(), 0,
+                      KEY_READ, &key) != ERROR_SUCCESS)
+        return lines;
+    char name[256];
+    BYTE value[MAX_PATH];
+    for (DWORD i = 0;; ++i) {
+        DWORD nameSize = sizeof name, valueSize = sizeof value - 1, type = 0;
+        if (RegEnumValueA(key, i, name, &nameSize, nullptr, &type, value, &valueSize) !=
+            ERROR_SUCCESS)
+            break;
+        value[valueSize] = 0;
+        lines += std::string(leaf) + "\\" + name + "=" + reinterpret_cast<char*>(value) + "\n";
+    }
+    RegCloseKey(key);
+    return lines;
+}
+
 std::string freshFolder()
 {
     char temp[MAX_PATH];
@@ -112,7 +136,14 @@ HWND window()
     RegisterWindowClasses(instance);
     answering([&] { main = CreateMainWindow(instance); });
     appState.soundOn = false;  // tests are quiet
+    firstStart = valuesOf("Options") + valuesOf("History");
     return main;
+}
+
+const std::string& firstStartSettings()
+{
+    window();
+    return firstStart;
 }
 
 std::string folder()

@@ -26,6 +26,9 @@ std::string folder();
 std::string picture(const char* name);
 // A registry value under the tests' key ("Options" or "History"); empty when absent.
 std::string setting(const char* leaf, const char* name);
+// Every value the first start wrote under Options and History, as "leaf\name=value" lines
+// in the registry's order, taken before any test ran.
+const std::string& firstStartSettings();
 
 // Shows the picture and makes a w x h puzzle of columns x rows pieces with a fixed seed.
 void make(int w, int h, int columns, int rows, unsigned seed = 5, int shapeMode = Knobbed,
