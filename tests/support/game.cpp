@@ -154,7 +154,9 @@ std::string folder()
 
 std::string picture(const char* name)
 {
-    return std::string(TEST_PICTURE_DIR) + "\\" + name;
+    const std::string given = name;
+    return given.find('\\') != std::string::npos ? given
+                                                 : std::string(TEST_PICTURE_DIR) + "\\" + name;
 }
 
 std::string setting(const char* leaf, const char* name)
@@ -270,10 +272,16 @@ bool joined(int a, int b)
     return pa.isGrouped && pb.isGrouped && pa.groupId == pb.groupId;
 }
 
-std::vector<std::uint8_t> kept()
+std::vector<std::uint8_t> kept(bool trayWindows)
 {
-    return thePuzzle.made ? fileformat::encodePuzzleFile(contentsOfPuzzle())
-                          : std::vector<std::uint8_t>();
+    if (!thePuzzle.made)
+        return {};
+    fileformat::PuzzleFileContents contents = contentsOfPuzzle();
+    for (fileformat::TrayRecord& tray : contents.trays) {
+        if (!trayWindows)
+            tray = fileformat::TrayRecord{tray.id, tray.left, tray.top};
+    }
+    return fileformat::encodePuzzleFile(contents);
 }
 
 Snapshot board()

@@ -55,8 +55,10 @@ void carryInto(int p, HWND tray, int x, int y);
 bool joined(int a, int b);
 bool same(const RECT& a, const RECT& b);
 
-// Everything a puzzle file keeps of the puzzle on hand, as the file's bytes.
-std::vector<std::uint8_t> kept();
+// Everything a puzzle file keeps of the puzzle on hand, as the file's bytes. Without
+// trayWindows, what a tray's window records of itself (its client size, which its scroll
+// bars decide, and its placement as the platform last reported it) is left out.
+std::vector<std::uint8_t> kept(bool trayWindows = true);
 // The board image as it is, and whether a repaint from scratch makes the same (taken in
 // that order).
 Snapshot board();
@@ -66,7 +68,6 @@ bool boardAsRepainted();
 // ("ok", "yes", "no", "cancel"), a file dialog with the path typed into it (a button name
 // cancels it); past the answers given, "ok". Returns what the message boxes said, each as
 // "caption: text" on a line of its own.
-std::string answering(const std::function<void()>& action,
-                      std::vector<std::string> answers = {});
+std::string answering(const std::function<void()>& action, std::vector<std::string> answers = {});
 
 }  // namespace game

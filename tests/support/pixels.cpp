@@ -22,7 +22,8 @@ Snapshot::Snapshot(HDC source, int left, int top, int w, int h)
         for (int y = 0; y < h; ++y) {
             for (int x = 0; x < w; ++x) {
                 const std::uint32_t v = copy.row(y)[x];
-                pixels[static_cast<size_t>(y) * w + x] = RGB(v >> 16 & 0xFF, v >> 8 & 0xFF, v & 0xFF);
+                pixels[static_cast<size_t>(y) * w + x] =
+                    RGB(v >> 16 & 0xFF, v >> 8 & 0xFF, v & 0xFF);
             }
         }
     }
