@@ -279,7 +279,7 @@ std::vector<std::uint8_t> kept(bool trayWindows)
     fileformat::PuzzleFileContents contents = contentsOfPuzzle();
     for (fileformat::TrayRecord& tray : contents.trays) {
         if (!trayWindows)
-            tray = fileformat::TrayRecord{tray.id, tray.left, tray.top};
+            tray = fileformat::TrayRecord{tray.id};
     }
     return fileformat::encodePuzzleFile(contents);
 }

@@ -1,0 +1,108 @@
+// The puzzle in play kept in a recovery file while it has unsaved changes, never during a
+// carry and never over the player's own file, gone after a save, an open or a clean exit,
+// and offered back after a sudden end: Yes restores it exactly, No discards it.
+#include <gtest/gtest.h>
+
+#include "app/app_state.h"
+#include "app/autosave.h"
+#include "files/puzzle_file.h"
+#include "model/puzzle.h"
+#include "play/drag.h"
+#include "tests/support/game.h"
+
+namespace {
+
+bool exists(const std::string& path)
+{
+    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+class Recovery : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        game::make(400, 300, 8, 6);
+        kept = RecoveryPath();
+        ASSERT_FALSE(kept.empty());
+        player = game::folder() + "\\Puz\\mine.fpp";
+        lstrcpyA(thePuzzle.puzzlePath, player.c_str());
+        savePuzzleCommand(false);  // the player's own file; nothing unsaved
+    }
+    void TearDown() override { game::end(); }
+
+    // A piece set, two joined, one in a tray: a puzzle in play with unsaved changes.
+    void play()
+    {
+        const Piece& first = thePuzzle.pieces[0];
+        game::carry(0, first.homeX, first.homeY);
+        game::carry(10, 680, 440);
+        game::carry(9, 628, 442);
+        HWND tray = nullptr;
+        thePuzzle.addTray(0, &tray);
+        game::carryInto(20, tray, 10, 200);
+    }
+
+    std::string kept, player;
+};
+
+}  // namespace
+
+TEST_F(Recovery, UnsavedChangesAreKeptOnTheTimerButNeverDuringACarry)
+{
+    EXPECT_FALSE(exists(kept));
+    const std::vector<uint8_t> saved = game::kept();
+    play();
+    game::pickUp(30);
+    OnAutosaveTimer();  // the carry goes on undisturbed; the file waits for the drop
+    EXPECT_TRUE(dragState.dragging);
+    EXPECT_FALSE(exists(kept));
+    game::drop();
+    OnAutosaveTimer();
+    EXPECT_TRUE(exists(kept));
+    // The player's own file is as they saved it.
+    EXPECT_EQ(PuzzleFileLoaded, readPuzzleFile(player.c_str()));
+    EXPECT_EQ(saved, game::kept());
+}
+
+TEST_F(Recovery, ASaveAnOpenOrACleanExitRemovesIt)
+{
+    const std::function<void()> ends[] = {
+        [] { savePuzzleCommand(false); },
+        [this] { readPuzzleFile(player.c_str()); },
+        [] { game::end(); },  // a puzzle no more: nothing to keep
+    };
+    for (const auto& end : ends) {
+        play();
+        ASSERT_TRUE(AutosaveNow());
+        ASSERT_TRUE(exists(kept));
+        end();
+        OnAutosaveTimer();
+        EXPECT_FALSE(exists(kept));
+        SetUp();
+    }
+}
+
+TEST_F(Recovery, OfferedBackYesRestoresThePuzzleExactlyAndNoDiscardsIt)
+{
+    play();
+    ASSERT_TRUE(AutosaveNow());
+    const std::vector<uint8_t> played = game::kept(false);
+    const Snapshot board = game::board();
+
+    // As after a sudden end: the file the last run left, another board, and the offer.
+    const std::string aside = kept + ".aside";
+    ASSERT_TRUE(CopyFileA(kept.c_str(), aside.c_str(), FALSE));
+    game::make(300, 200, 3, 2);
+    ASSERT_TRUE(MoveFileExA(aside.c_str(), kept.c_str(), MOVEFILE_REPLACE_EXISTING));
+    EXPECT_EQ("Restore puzzle: ToviraPuzzle ended without closing while a puzzle was in "
+              "play.\n\nDo you want to restore the puzzle as it was?\n",
+              game::answering(OfferRecovery, {"yes"}));
+    EXPECT_EQ(played, game::kept(false));
+    EXPECT_TRUE(board == game::board());
+    EXPECT_EQ(player, thePuzzle.puzzlePath);  // the next save goes to the player's file
+    EXPECT_TRUE(HasUnsavedChanges());
+
+    game::answering(OfferRecovery, {"no"});
+    EXPECT_FALSE(exists(kept));
+    EXPECT_EQ(played, game::kept(false));  // No touches nothing on the board
+}
