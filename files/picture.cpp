@@ -323,13 +323,21 @@ PictureLoad Picture::loadPreview(const char* path)
     RECT client{};
     GetClientRect(appState.mainWindow, &client);
     ownerWindow = appState.mainWindow;
+    // The new board image is had first: without it nothing changes.
+    const int w = std::max<int>(appState.boardImageWidth, client.right);
+    const int h = std::max<int>(appState.boardImageHeight, client.bottom);
+    HDC board = nullptr;
+    HBITMAP boardBitmap = nullptr;
+    createPixelSurface(board, appState.windowDC, boardBitmap, w, h, false);
     const int keptWidth = previewWidth, keptHeight = previewHeight;
     previewWidth = appState.previewBoxWidth;
     previewHeight = appState.previewBoxHeight;
-    const PictureLoad loaded = loadPicture(path);
+    const PictureLoad loaded =
+        board && boardBitmap ? loadPicture(path) : (forgetCheckedPicture(), PictureTooLarge);
     if (loaded == PictureTooLarge) {
         previewWidth = keptWidth;
         previewHeight = keptHeight;
+        deleteMemoryDC(board, boardBitmap);
         return loaded;
     }
     previewX = 0;
@@ -338,9 +346,9 @@ PictureLoad Picture::loadPreview(const char* path)
     // A puzzle still on hand must not draw into, or whiten, the board image that replaces
     // the one it was drawn on.
     thePuzzle.releaseBoard();
-    const int w = std::max<int>(appState.boardImageWidth, client.right);
-    const int h = std::max<int>(appState.boardImageHeight, client.bottom);
-    createPixelSurface(appState.boardDC, appState.windowDC, appState.boardBitmap, w, h, true);
+    deleteMemoryDC(appState.boardDC, appState.boardBitmap);
+    appState.boardDC = board;
+    appState.boardBitmap = boardBitmap;
     BitBlt(appState.boardDC, 0, 0, w, h, nullptr, 0, 0, WHITENESS);
     BitBlt(appState.boardDC, previewX, previewY, previewWidth, previewHeight, previewDC, 0, 0,
            SRCCOPY);

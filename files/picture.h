@@ -26,8 +26,8 @@ public:
     bool renderAtSize(int w, int h);
     // Whitens both images; the decoded picture stays.
     void blank();
-    // Shows path's picture as the preview on a fresh, white board image. A picture too large
-    // to hold changes nothing (PictureTooLarge).
+    // Shows path's picture as the preview on a fresh, white board image. A picture, or a
+    // board image, too large to hold changes nothing (PictureTooLarge).
     PictureLoad loadPreview(const char* path);
 
     int hiMetricWidth;

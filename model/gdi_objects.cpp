@@ -1,5 +1,6 @@
 #include "gdi_objects.h"
 
+#include <new>
 #include <unordered_set>
 
 namespace gdi {
@@ -58,10 +59,17 @@ HBITMAP createSurfaceBitmap(HDC reference, int width, int height)
     info.bmiHeader.biBitCount = 32;
     info.bmiHeader.biCompression = BI_RGB;
     void* bits = nullptr;
-    HBITMAP bitmap = counted(CreateDIBSection(reference, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-    if (bitmap)
+    HBITMAP bitmap = CreateDIBSection(reference, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    if (!bitmap)
+        return nullptr;
+    // Known as a surface before it is handed out: short of memory, there is no bitmap.
+    try {
         surfaces().insert(bitmap);
-    return bitmap;
+    } catch (const std::bad_alloc&) {
+        DeleteObject(bitmap);
+        return nullptr;
+    }
+    return counted(bitmap);
 }
 
 bool isSurfaceBitmap(HGDIOBJ bitmap)

@@ -133,13 +133,19 @@ int Puzzle::addTray(int id, HWND* window)
     ++trayCount;
     // Every new tray fills the column under the preview, down to the bottom of the board.
     followWindowSize();
-    tray->createWindow(previewX, previewY + previewHeight, previewWidth,
-                       boardHeight - previewY - previewHeight, mainWindow, instance);
-    if (!tray->window || !tray->imageDC) {
+    bool made = false;
+    try {
+        made = tray->createWindow(previewX, previewY + previewHeight, previewWidth,
+                                  boardHeight - previewY - previewHeight, mainWindow,
+                                  instance) != nullptr &&
+               tray->imageDC;
+    } catch (...) {
+        closeTray(tray->id);
+        throw;
+    }
+    if (!made) {
         // A tray without its window or image could never be shown or emptied.
-        const int id = tray->id;
-        tray->pieces.clear();
-        closeTray(id);
+        closeTray(tray->id);
         return 0;
     }
     if (window)

@@ -67,8 +67,7 @@ TEST_F(Recovery, UnsavedChangesAreKeptOnTheTimerButNeverDuringACarry)
 TEST_F(Recovery, ASaveAnOpenOrACleanExitRemovesIt)
 {
     const std::function<void()> ends[] = {
-        [] { savePuzzleCommand(false); },
-        [this] { readPuzzleFile(player.c_str()); },
+        [] { savePuzzleCommand(false); }, [this] { readPuzzleFile(player.c_str()); },
         [] { game::end(); },  // a puzzle no more: nothing to keep
     };
     for (const auto& end : ends) {

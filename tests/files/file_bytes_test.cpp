@@ -64,7 +64,7 @@ TEST(PuzzleFileBytes, LaidOutFieldByFieldAndReadBackTheSame)
     // Piece 3: place, z, knob, the knobs in the order top, bottom, right, left, group, tray,
     // then the flags set, visible, grouped.
     const PieceRecord& r = full.pieces[3];
-    const int32_t fields[] = {r.x,         r.y,        r.zIndex,   r.knobSize, r.knobTop,
+    const int32_t fields[] = {r.x,          r.y,         r.zIndex,   r.knobSize, r.knobTop,
                               r.knobBottom, r.knobRight, r.knobLeft, 3,          2};
     for (int i = 0; i < 10; ++i)
         EXPECT_EQ(fields[i], int32At(bytes, pieceAt(3) + 4 * i)) << "piece field " << i;
@@ -107,7 +107,8 @@ TEST(PuzzleFileBytes, DamageAndWhatPlayCannotHoldAreRefused)
         {"1000 columns", [](auto& b) { putInt32(b, HeaderAt + 32, 1000); }},
         {"no rows", [](auto& b) { putInt32(b, HeaderAt + 36, 0); }},
         {"shape 3", [](auto& b) { putInt32(b, HeaderAt + 40, 3); }},
-        {"a zIndex repeated", [](auto& b) { putInt32(b, pieceAt(2) + 8, int32At(b, PiecesAt + 8)); }},
+        {"a zIndex repeated",
+         [](auto& b) { putInt32(b, pieceAt(2) + 8, int32At(b, PiecesAt + 8)); }},
         {"a zIndex out of range", [](auto& b) { putInt32(b, pieceAt(2) + 8, 4); }},
         {"a piece in a missing tray", [](auto& b) { putInt32(b, pieceAt(2) + 36, 9); }},
         {"a tray id above the last", [](auto& b) { putInt32(b, HeaderAt + 24, 0); }},
@@ -120,7 +121,8 @@ TEST(PuzzleFileBytes, DamageAndWhatPlayCannotHoldAreRefused)
         {"a set piece away from home", [](auto& b) { putInt32(b, PiecesAt, 205); }},
         {"a placement of another size", [](auto& b) { putInt32(b, TrayAt + 24, 40); }},
         // A group's members lie at their home offsets from each other, as joins leave them.
-        {"a member one pixel off", [](auto& b) { putInt32(b, pieceAt(3), int32At(b, pieceAt(3)) + 1); }},
+        {"a member one pixel off",
+         [](auto& b) { putInt32(b, pieceAt(3), int32At(b, pieceAt(3)) + 1); }},
         {"a member a million pixels off", [](auto& b) { putInt32(b, pieceAt(3) + 4, -1000000); }},
         {"a loose piece beyond reach", [](auto& b) { putInt32(b, pieceAt(2), 40000); }},
         {"a tray beyond reach", [](auto& b) { putInt32(b, TrayAt + 4, 1000000); }},

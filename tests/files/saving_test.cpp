@@ -26,7 +26,8 @@ std::vector<uint8_t> bytesOf(const std::string& path)
 void write(const std::string& path, const std::vector<uint8_t>& bytes)
 {
     std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+        .write(reinterpret_cast<const char*>(bytes.data()),
+               static_cast<std::streamsize>(bytes.size()));
 }
 
 bool exists(const std::string& path)
@@ -171,7 +172,7 @@ TEST_F(Saving, APuzzleFromALargerScreenComesIntoReach)
     ASSERT_EQ(Decoded::Ok, decodePuzzleFile(bytes.data(), bytes.size(), large));
     large.header.originX += 3000;  // the puzzle area, and piece 0 set in it
     large.pieces[0].x += 3000;
-    large.pieces[30].x = large.pieces[30].y = 8000;   // a loose piece
+    large.pieces[30].x = large.pieces[30].y = 8000;    // a loose piece
     large.trays[0].left = large.trays[0].top = 20000;  // the tray
     write(path, encodePuzzleFile(large));
     ASSERT_EQ(PuzzleFileLoaded, readPuzzleFile(path.c_str()));

@@ -13,6 +13,7 @@
 #include "files/puzzle_file.h"
 #include "model/puzzle.h"
 #include "play/drag.h"
+#include "play/tray.h"
 #include "resources/resource.h"
 
 namespace game {
@@ -197,7 +198,7 @@ void end()
 
 void command(int id)
 {
-    RouteCommand(window(), id, 0);
+    SendMessageA(window(), WM_COMMAND, id, 0);
 }
 
 RECT cell(int p)
@@ -278,8 +279,14 @@ std::vector<std::uint8_t> kept(bool trayWindows)
         return {};
     fileformat::PuzzleFileContents contents = contentsOfPuzzle();
     for (fileformat::TrayRecord& tray : contents.trays) {
-        if (!trayWindows)
-            tray = fileformat::TrayRecord{tray.id};
+        if (trayWindows || !thePuzzle.findTray(tray.id, false))
+            continue;
+        // Where the window lies, as the player sees it.
+        RECT box;
+        GetWindowRect(thePuzzle.foundTray->window, &box);
+        MapWindowPoints(nullptr, thePuzzle.mainWindow, reinterpret_cast<POINT*>(&box), 2);
+        tray = fileformat::TrayRecord{tray.id, box.left, box.top, box.right - box.left,
+                                      box.bottom - box.top};
     }
     return fileformat::encodePuzzleFile(contents);
 }

@@ -56,8 +56,9 @@ bool joined(int a, int b);
 bool same(const RECT& a, const RECT& b);
 
 // Everything a puzzle file keeps of the puzzle on hand, as the file's bytes. Without
-// trayWindows, what a tray's window records of itself (its place, its client size, which
-// its scroll bars decide, and its placement as the platform last reported it) is left out.
+// trayWindows, what a tray's window records of itself (its client size, which its scroll
+// bars decide, and its placement as the platform last reported it) gives way to where the
+// window lies.
 std::vector<std::uint8_t> kept(bool trayWindows = true);
 // The board image as it is, and whether a repaint from scratch makes the same (taken in
 // that order).
