@@ -126,10 +126,13 @@ HRGN ShapeCache::outline(const ShapeKey& key)
     auto found = regions.find(key);
     if (found != regions.end())
         return found->second.outline;
-    HRGN region = buildOutline(key);
-    if (!region)
-        return nullptr;
+    // The entry is had before the region, so that running out of memory leaks no region.
     Shape& shape = regions[key];
+    HRGN region = buildOutline(key);
+    if (!region) {
+        regions.erase(key);
+        return nullptr;
+    }
     shape.outline = region;
     shape.frame = buildFrame(region);
     shape.hasRuns =

@@ -38,9 +38,9 @@ HWND played()
 }
 
 // Runs steps up to the action, then the action with the n-th allocation failing, for every n
-// until the action no longer meets the failure.
-void everyAllocationFailing(const std::function<void()>& steps,
-                            const std::function<void()>& action)
+// of the first few and more and more sparsely after (an open makes hundreds), until the
+// action no longer meets the failure.
+void everyAllocationFailing(const std::function<void()>& steps, const std::function<void()>& action)
 {
     played();
     steps();
@@ -49,7 +49,7 @@ void everyAllocationFailing(const std::function<void()>& steps,
     game::end();
     const long objects = gdi::liveObjects();
     int failures = 0;
-    for (long n = 0;; ++n) {
+    for (long n = 0;; n += 1 + n / 4) {
         played();
         steps();
         const std::vector<uint8_t> before = game::kept(false);
@@ -88,9 +88,19 @@ TEST(LowMemory, AJoinOrADropIntoATrayHappensWholeOrNotAtAll)
         std::function<void()> action;
     } drops[] = {
         // Piece 11 to the right of 10: a group gains a member.
-        {"joining a group", [] { game::pickUp(11); game::moveBy(401, 2); }, game::drop},
+        {"joining a group",
+         [] {
+             game::pickUp(11);
+             game::moveBy(401, 2);
+         },
+         game::drop},
         // The group of 17 and 18 up against 9 and 10's bottom: two groups become one.
-        {"two groups", [] { game::pickUp(17); game::moveBy(0, 252); }, game::drop},
+        {"two groups",
+         [] {
+             game::pickUp(17);
+             game::moveBy(0, 252);
+         },
+         game::drop},
         // Piece 11 over the tray.
         {"into a tray", [] { game::pickUp(11); },
          [] { game::dropIn(thePuzzle.firstTray->window, 30, 300); }},
