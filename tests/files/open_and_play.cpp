@@ -1,0 +1,205 @@
+// Files the writer made, changed in the ways a damaged disk, an old copy or an attacker would
+// change them, opened in the real program and played on: nothing may throw, crash or leak,
+// a refused file must leave the board as it was, and an opened one must play.
+//   open_and_play [FILES] [SEED]   (default 1000 files, seed 1)
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+#include <string>
+
+#include "app/app_state.h"
+#include "files/puzzle_file.h"
+#include "model/gdi_objects.h"
+#include "model/puzzle.h"
+#include "play/drag.h"
+#include "play/tray.h"
+#include "resources/resource.h"
+#include "tests/support/game.h"
+
+using namespace fileformat;
+
+namespace {
+
+std::mt19937 random;
+
+int pick(int n)
+{
+    return static_cast<int>(random() % static_cast<unsigned>(n));
+}
+
+// A value a field might be changed to: near its own, or one that breaks things.
+int32_t changed(int32_t value)
+{
+    static const int32_t extremes[] = {0,       -1,     1,       4,         8000,      -8000,
+                                       32767,   -32768, 40000,   1000000,   -1047892,  -261641,
+                                       INT32_MAX, INT32_MIN, 16384, 999, 1000};
+    return pick(2) ? value + pick(21) - 10 : extremes[pick(sizeof extremes / sizeof *extremes)];
+}
+
+// A puzzle in play as the writer saves it: set pieces, groups on the board and in trays.
+PuzzleFileContents played(int columns, int rows, int shape, bool trays)
+{
+    game::make(240, 180, columns, rows, 3, shape, "picture200x200.bmp");
+    for (int p = 0; p < thePuzzle.pieceCount; ++p)
+        game::place(p, 150 + (p % 4) * 90, 120 + (p / 4) * 90);
+    const Piece& first = thePuzzle.pieces[0];
+    game::carry(0, first.homeX + 2, first.homeY);
+    game::place(5, 600, 500);
+    game::carry(6, 600 + 240 / columns, 500);
+    if (trays && thePuzzle.pieceCount > 8) {
+        HWND tray = nullptr;
+        thePuzzle.addTray(0, &tray);
+        game::carryInto(8, tray, 10, 300);
+        game::place(9, 700, 300);
+        game::carry(10, 700 + 240 / columns, 300);
+        game::carryInto(9, tray, 10, 150);
+    }
+    return contentsOfPuzzle();
+}
+
+void mutate(PuzzleFileContents& c)
+{
+    const int changes = 1 + pick(3);
+    for (int i = 0; i < changes; ++i) {
+        PieceRecord& piece = c.pieces[pick(static_cast<int>(c.pieces.size()))];
+        switch (pick(14)) {
+        case 0: piece.x = changed(piece.x); break;
+        case 1: piece.y = changed(piece.y); break;
+        case 2: piece.isGrouped ^= 1; break;
+        case 3: piece.groupId = changed(piece.groupId); break;
+        case 4: piece.trayId = pick(3); break;
+        case 5: piece.isSet ^= 1; break;
+        case 6: piece.zIndex = changed(piece.zIndex); break;
+        case 7: piece.knobLeft = pick(4); break;
+        case 8: c.header.originX = changed(c.header.originX); break;
+        case 9:
+            if (!c.trays.empty()) {
+                TrayRecord& tray = c.trays[pick(static_cast<int>(c.trays.size()))];
+                int32_t* fields[] = {&tray.id, &tray.left, &tray.top, &tray.viewWidth,
+                                     &tray.viewHeight, &tray.placement[pick(11)]};
+                *fields[pick(6)] = changed(*fields[pick(6)]);
+            }
+            break;
+        case 10:
+            if (!c.groups.empty())
+                c.groups[pick(static_cast<int>(c.groups.size()))].id = changed(1);
+            break;
+        case 11: c.header.lastTrayId = changed(c.header.lastTrayId); break;
+        case 12: {  // a group member carried off alone
+            const int dx = changed(0);
+            for (PieceRecord& member : c.pieces) {
+                if (member.isGrouped && member.groupId == piece.groupId && pick(2)) {
+                    member.x += dx;
+                    break;
+                }
+            }
+            break;
+        }
+        default: {
+            const char* paths[] = {"Z:\\no such folder\\gone.bmp", "C:\\windows\\win.ini", ""};
+            c.picturePath = paths[pick(3)];
+        }
+        }
+    }
+}
+
+// Changes a few bytes where counts, lengths and the version tag lie, or cuts the file.
+void damage(std::vector<uint8_t>& bytes)
+{
+    switch (pick(4)) {
+    case 0: bytes[pick(7)] ^= 1 << pick(8); break;
+    case 1: bytes.resize(pick(static_cast<int>(bytes.size()))); break;
+    case 2: bytes.push_back(static_cast<uint8_t>(pick(256))); break;
+    default: {
+        const size_t at = VersionTagSize + 4 * (4 + pick(8));  // counts, ids, cut, path
+        const int32_t value = changed(0);
+        if (at + 4 <= bytes.size())
+            memcpy(bytes.data() + at, &value, 4);
+    }
+    }
+}
+
+// Plays on what was opened: a piece carried, a join tried, a group carried, a tray opened
+// and a piece put into it.
+void playOn()
+{
+    Puzzle& z = thePuzzle;
+    int free = -1, grouped = -1;
+    for (int p = 0; p < z.pieceCount; ++p) {
+        if (!z.pieces[p].isSet && z.pieces[p].trayId == 0)
+            (z.pieces[p].isGrouped ? grouped : free) = p;
+    }
+    if (free >= 0) {
+        game::carry(free, 300, 400);
+        const int right = z.pieces[free].neighbourRight;
+        if (right >= 0 && !z.pieces[right].isSet && z.pieces[right].trayId == 0)
+            game::carry(right, game::cell(free).right + 2, 401);
+    }
+    if (grouped >= 0 && z.pieces[grouped].isGrouped)
+        game::carry(grouped, 500, 200);
+    game::command(IDM_ADD_TRAY);
+    if (free >= 0 && z.lastTray && !z.pieces[free].isSet)
+        game::carryInto(free, z.lastTray->window, 20, 200);
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    const int files = argc > 1 ? std::atoi(argv[1]) : 1000;
+    random.seed(argc > 2 ? std::atoi(argv[2]) : 1);
+    game::window();
+    const PuzzleFileContents seeds[] = {played(4, 3, Knobbed, true), played(3, 2, Rectangular, false),
+                                        played(5, 4, Knobbed, true)};
+    game::end();
+    const long objects = gdi::liveObjects();
+    const std::string path = game::folder() + "\\mutated.fpp";
+    int outcomes[8] = {}, failures = 0;
+
+    for (int i = 0; i < files && failures == 0; ++i) {
+        PuzzleFileContents c = seeds[pick(3)];
+        mutate(c);
+        std::vector<uint8_t> bytes = encodePuzzleFile(c);
+        if (pick(4) == 0)
+            damage(bytes);
+        FILE* out = std::fopen(path.c_str(), "wb");
+        std::fwrite(bytes.data(), 1, bytes.size(), out);
+        std::fclose(out);
+
+        const std::vector<uint8_t> before = game::kept();
+        const Snapshot board = game::board();
+        int result = -1;
+        // The missing picture is looked for and not found; any other message is answered.
+        std::string said = game::answering([&] {
+            result = readPuzzleFile(path.c_str());
+            if (result == PuzzleFileLoaded)
+                playOn();
+        });
+        ++outcomes[result];
+        const bool refused = result == PuzzleFileRejected || result == PuzzleFileUnreadable ||
+                             result == PuzzleFileCancelled;
+        const char* fault = nullptr;
+        if (said.find("System low in resources") != std::string::npos)
+            fault = "an exception reached the player";
+        else if (refused && (before != game::kept() || !(board == game::board())))
+            fault = "a refused file changed the board";
+        else if (result == PuzzleFileLoaded && !game::boardAsRepainted())
+            fault = "the board is not what a repaint draws";
+        if (i % 50 == 49 || fault) {
+            game::end();
+            if (!fault && gdi::liveObjects() != objects)
+                fault = "GDI objects leaked";
+        }
+        if (fault) {
+            std::printf("file %d: %s (kept in %s.failed)\n%s", i, fault, path.c_str(), said.c_str());
+            CopyFileA(path.c_str(), (path + ".failed").c_str(), FALSE);
+            ++failures;
+        }
+    }
+    std::printf("open_and_play: %d files: %d opened and played, %d refused, %d of another "
+                "version, %d with a picture not found, %d short of memory; %d failures\n",
+                files, outcomes[PuzzleFileLoaded], outcomes[PuzzleFileRejected],
+                outcomes[PuzzleFileOtherVersion], outcomes[PuzzleFileCancelled],
+                outcomes[PuzzleFileLowResources], failures);
+    return failures == 0 ? 0 : 1;
+}
