@@ -1,123 +1,141 @@
-"""Work kept across runs: a played puzzle saved through the common dialog, a collection of two
-pictures built, saved, reopened from its recent list, stepped through and made the default;
-then, in a second run, the default collection, the options and the recent puzzle are back, and
-the puzzle shows every piece and the tray as it was left."""
+"""Work kept across runs and mishaps: a puzzle played with real input and saved; the program
+killed 40 s after a carry and offered the puzzle back, every piece where it lay; a crafted file
+refused while the program goes on; a picture moved away found again with the open dialog; a
+collection built, saved, reopened from its recent list, stepped through and made the default;
+and in the next run the default collection, the options and the recent puzzle are back."""
 
 import os
+import shutil
+import struct
 import sys
 import time
 
-from cells import CELL, COLOURS, PREVIEW, SLOTS, body, carry, near, stage_all
 from game import Game, Screen, windows_named, windows_path
+from puzzle_file import CELL, CELLS, write
 
 exe, shots, pictures = sys.argv[1:4]
-cells_picture = windows_path(os.path.join(pictures, "cells.bmp"))
-gradient_picture = windows_path(os.path.join(pictures, "picture300x200.bmp"))
-RED = COLOURS[0]
+RED, LIME, BLUE, YELLOW, MAGENTA, CYAN = CELLS
+ORIGIN = (240, 420)  # the puzzle area, in the main window's client area
+SLOTS = [(620, 100), (800, 100), (620, 260), (800, 260), (560, 500), (820, 500)]
+BOARD = (120, 60, 1024, 760)  # right of the tray column
+TRAY = (0, 160, 80, 700)      # a tray's content under the preview, clear of its bars
 
 
-# The board right of the tray column, and the tray's content clear of its caption and of its
-# scroll bars (which bars a tray shows depends on its history, not on what it holds).
-BOARD = (120, 60, 1024, 768)
-TRAY_CONTENT = (0, 140, 95, 730)
+def near(a, b, tolerance=2):
+    return abs(a[0] - b[0]) <= tolerance and abs(a[1] - b[1]) <= tolerance
 
 
-def differing_pixels(a, b, region):
-    left, top, right, bottom = region
-    return sum(1 for y in range(top, bottom) for x in range(left, right)
-               if a.pixel(x, y) != b.pixel(x, y))
-
-
-def preview_is_cells(screen):
-    return screen.pixel(10, 60) == RED
-
-
-def type_into_file_dialog(game, title, path):
-    game.dialog(title)
-    time.sleep(0.5)
-    game.type(path)
-    game.key("Return", pause=1.0)
-
-
-def add_image(game, picture, size, pieces):
-    game.menu("c", "i")
-    type_into_file_dialog(game, "Open", picture)
-    game.dialog("Enter Puzzle Size in pixels")
-    game.answer_size_dialog(*size)
-    game.dialog("Enter Number of Pieces")
-    game.answer_size_dialog(*pieces)
+def shot(name):
+    return Screen(os.path.join(shots, f"keep-{name}.png"))
 
 
 game = Game(exe)
 folder = game.folder
-fpp = os.path.join(folder, "kept.fpp")
-fpc = os.path.join(folder, "two.fpc")
+picture = os.path.join(folder, "mine.bmp")
+shutil.copy(os.path.join(pictures, "cells.bmp"), picture)
+start, kept = os.path.join(folder, "start.fpp"), os.path.join(folder, "kept.fpp")
+write(start, picture, ORIGIN, [(x, y, 0, 0, 0) for x, y in SLOTS])
 try:
-    game.menu("o", "d")  # no piece outlines, kept for the next run
-    game.open_image(cells_picture, 360, 240, 3, 2)
-    game.menu("p", "m")
-    time.sleep(1.0)
-    stage_all(game)
-    screen = Screen()
-    for p, slot in enumerate(SLOTS):
-        assert near(body(screen, p)[0], slot), f"piece {p} did not follow to its slot"
-    fx, fy = screen.find_rectangle_frame(360, 240)
-    carry(game, 0, fx + 1, fy - 1)                     # red set at home
-    mx, my = SLOTS[4]
-    carry(game, 5, mx + CELL + 3, my + 2)              # cyan joins magenta
-    assert near(body(Screen(), 5)[0], (mx + CELL, my), 1)
-    game.menu("p", "t")                                # a tray under the preview
+    game.open_puzzle(start)
+    # Where the client area lies on the screen: the red piece is where the file put it.
+    red = shot("opened").box_of(RED, BOARD)
+    dx, dy = red[0] - SLOTS[0][0], red[1] - SLOTS[0][1]
+
+    def at(x, y):
+        return x + dx, y + dy
+
+    game.carry(at(SLOTS[0][0] + 60, SLOTS[0][1] + 60), at(ORIGIN[0] + 62, ORIGIN[1] + 61))
+    game.carry(at(SLOTS[5][0] + 60, SLOTS[5][1] + 60), at(SLOTS[4][0] + CELL + 62, SLOTS[4][1] + 62))
+    game.menu("p", "t")  # a tray under the preview, and yellow into it
     time.sleep(0.8)
-    box, middle = body(Screen(), 3)
-    game.click(*middle)                                # yellow carried into it
-    game.move(50, 330, steps=8)
-    game.click(50, 330, pause=0.8)
-    before = Screen(os.path.join(shots, "keep-saved.png"))
-    assert before.largest_component(COLOURS[3], region=(0, 140, 110, 700))[1] > 1000
+    game.carry(at(SLOTS[3][0] + 60, SLOTS[3][1] + 60), (50, 400))
+    played = shot("played")
+    assert near(played.box_of(RED, BOARD)[:2], at(*ORIGIN)), "red is not set at home"
+    assert near(played.box_of(CYAN, BOARD)[:2], played.box_of(MAGENTA, BOARD)[2:3] +
+                played.box_of(MAGENTA, BOARD)[1:2]), "cyan did not join magenta"
+    assert played.count(YELLOW, TRAY) > 1000, "yellow is not in the tray"
+    game.save_as(kept)
 
-    game.menu("p", "a")
-    type_into_file_dialog(game, "Save As", windows_path(fpp))
+    # Killed 40 s after a carry: the next start offers the puzzle back, as it lay.
+    game.carry(at(SLOTS[1][0] + 60, SLOTS[1][1] + 60), at(700, 600))
+    time.sleep(40)
+    before = shot("before-kill")
+    game.kill()
+    game.close(keep_folder=True)
+    game = Game(exe, folder=folder, keep_settings=True, title=None)
+    game.dialog("Restore puzzle", 60)
+    game.key("Return", pause=2.0)  # Yes, the default
+    after = shot("restored")
+    for region in BOARD, TRAY:
+        assert before.differences(after, region, 1) == 0, f"{region} differs from before the kill"
 
+    # A crafted file whose group lies a million pixels apart is refused; play goes on.
+    data = bytearray(open(kept, "rb").read())
+    path_length, trays, groups = struct.unpack_from("<i", data, 51)[0], data[27], data[23]
+    cyan = 59 + path_length + 68 * trays + 24 * groups + 44 * 5
+    struct.pack_into("<2i", data, cyan, -1047892, -261641)
+    crafted = os.path.join(folder, "crafted.fpp")
+    open(crafted, "wb").write(data)
+    game.open_puzzle(crafted)
+    game.dialog("File error")
+    game.key("Return", pause=0.5)
+    assert game.process.poll() is None and after.differences(shot("refused"), BOARD) == 0
+
+    # The picture moved away: the player is told which, and finds it.
+    moved = os.path.join(folder, "moved.bmp")
+    os.rename(picture, moved)
+    game.open_puzzle(kept)
+    game.dialog("File error")
+    game.key("Return", pause=0.5)  # Yes: look for it
+    game.answer_file_dialog("Open", moved)
+    found = shot("found")
+    assert found.count(YELLOW, TRAY) > 1000 and found.count(CYAN, BOARD) > 3000
+    game.menu("p", "s")
+    time.sleep(0.5)
+    assert windows_path(moved).encode() in open(kept, "rb").read()
+
+    # A collection of two pictures, saved, closed, reopened from its recent list.
+    game.menu("o", "d")  # no piece outlines, kept for the next run
+    found = Screen()
+    fpc = os.path.join(folder, "two.fpc")
     game.menu("c", "n")
-    add_image(game, cells_picture, (360, 240), (3, 2))
-    add_image(game, gradient_picture, (300, 200), (6, 4))
+    for name, size, pieces in (("cells.bmp", (360, 240), (3, 2)),
+                               ("picture300x200.bmp", (300, 200), (6, 4))):
+        game.menu("c", "i")
+        game.answer_file_dialog("Open", os.path.join(pictures, name))
+        game.answer_size_dialog("Enter Puzzle Size in pixels", *size)
+        game.answer_size_dialog("Enter Number of Pieces", *pieces)
     game.menu("c", "s")
-    type_into_file_dialog(game, "Save As", windows_path(fpc))
-    game.menu("c", "l")                                # closed: the preview is white
-    assert Screen().pixel(10, 60) == (255, 255, 255)
-    game.key("alt+c", "c", "1", pause=0.8)             # reopened from the recent list
-    assert preview_is_cells(Screen()), "the collection did not open at its first entry"
+    game.answer_file_dialog("Save As", fpc)
+    game.menu("c", "l")  # closed: the preview is white
+    assert Screen().pixel(10 + dx, 40 + dy) == (255, 255, 255)
+    game.key("alt+c", "c", "1", pause=0.8)
+    assert Screen().pixel(10 + dx, 40 + dy) == RED, "the collection did not open at its first"
     game.menu("c", "x")
-    assert not preview_is_cells(Screen(os.path.join(shots, "keep-next.png")))
+    assert Screen().pixel(10 + dx, 40 + dy) != RED
     game.menu("c", "p")
-    assert preview_is_cells(Screen())
-    game.menu("c", "d")                                # the default collection from now on
-    game.key("alt+o", "Return")                        # the simple interface
+    game.menu("c", "d")              # the default collection from now on
+    game.key("alt+o", "Return")      # the simple interface
     assert game.exit_by_menu() == 0
     game.close(keep_folder=True)
 
-    # The second run opens the default collection in the simple interface.
+    # The next run: the default collection in the simple interface, the recent puzzle back.
     game = Game(exe, folder=folder, keep_settings=True)
-    assert preview_is_cells(Screen(os.path.join(shots, "keep-restarted.png")))
-    game.menu("p", "o")                                # Open Image is grayed in this interface
-    time.sleep(1.5)
+    assert not windows_named("^Restore puzzle$"), "a clean exit left a puzzle to restore"
+    assert Screen().pixel(10 + dx, 40 + dy) == RED
+    game.menu("p", "o")  # Open Image is grayed in this interface
+    time.sleep(1.0)
     assert windows_named("^Open$") == [], "Open Image ran in the simple interface"
     game.key("Escape", "Escape")
-    game.key("alt+p", "u", "1", pause=1.5)             # the puzzle from the recent list
-    after = Screen(os.path.join(shots, "keep-restored.png"))
-    for region in BOARD, TRAY_CONTENT:
-        diff = differing_pixels(before, after, region)
-        assert diff == 0, f"{diff} pixels of {region} differ from the saved game"
-
+    game.key("alt+p", "u", "1", pause=1.5)
+    assert found.differences(shot("reopened"), BOARD, 1) == 0
     assert game.exit_by_menu() == 0
-
-    assert game.setting("ToviraPuzzle\\Options", "Interface Type") == "0"
-    assert game.setting("ToviraPuzzle\\Options", "Outline") == "0"
-    assert game.setting("ToviraPuzzle\\Options", "Default Collection") == windows_path(fpc)
-    # Pictures added to a collection are not recent pictures.
-    assert game.setting("ToviraPuzzle\\History", "PictHist0") == cells_picture
-    assert game.setting("ToviraPuzzle\\History", "PuzHist0") == windows_path(fpp)
-    assert game.setting("ToviraPuzzle\\History", "ColHist0") == windows_path(fpc)
-    print("saved, restarted and restored the puzzle, the collection, the options and the lists")
+    assert game.setting("Options", "Interface Type") == "0"
+    assert game.setting("Options", "Outline") == "0"
+    assert game.setting("Options", "Default Collection") == windows_path(fpc)
+    assert game.setting("History", "PuzHist0") == windows_path(kept)
+    assert game.setting("History", "ColHist0") == windows_path(fpc)
+    print("played, killed and restored, refused a crafted file, found a moved picture, kept a "
+          "collection and the options across runs")
 finally:
     game.close()
