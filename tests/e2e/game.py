@@ -150,6 +150,13 @@ class Game:
         focus(found)
         time.sleep(0.5)
 
+    def at(self, x, y):
+        """Where client point (x, y) of the main window shows on the screen: the frame, caption
+        and menu bar of this Wine setup take 4 pixels left and 42 above."""
+        out = xdotool("getwindowgeometry", self.window)
+        wx, wy = map(int, re.search(r"Position: (-?\d+),(-?\d+)", out).groups())
+        return x + wx + 4, y + wy + 42
+
     def set_setting(self, leaf, name, value):
         subprocess.run([WINE, "reg", "add", SETTINGS_KEY + "\\ToviraPuzzle\\" + leaf, "/v", name,
                         "/t", "REG_SZ", "/d", value, "/f"], capture_output=True,
@@ -191,8 +198,12 @@ class Game:
         self.key("alt+" + mnemonic, item)
 
     def dialog(self, title, timeout=20):
-        found = wait_for(lambda: windows_named("^" + re.escape(title) + "$"), timeout,
-                         f"the dialog '{title}'")
+        try:
+            found = wait_for(lambda: windows_named("^" + re.escape(title) + "$"), timeout,
+                             f"the dialog '{title}'")
+        except AssertionError:
+            Screen(os.path.join(tempfile.gettempdir(), "tovira-no-dialog.png"), settle=False)
+            raise
         focus(found)
         time.sleep(0.3)
         return found[0]
@@ -224,6 +235,11 @@ class Game:
     def save_as(self, path):
         self.menu("p", "a")
         self.answer_file_dialog("Save As", path)
+
+    def save(self):
+        """Saves the puzzle to its own file again, without a dialog."""
+        self.menu("p", "s")
+        time.sleep(0.5)
 
     def exit_by_menu(self, timeout=30):
         self.menu("p", "x")

@@ -2,6 +2,7 @@
 lies (or puts it there) and where to click."""
 
 import struct
+from collections import namedtuple
 
 from game import windows_path
 
@@ -32,27 +33,33 @@ def write(path, picture, origin, pieces, groups=(), trays=(), size=(360, 240), g
         f.write(data)
 
 
-def pieces_in(path):
-    """(x, y, right, bottom, set, tray) of every piece of a saved puzzle file."""
+Piece = namedtuple("Piece", "box cell z set tray")
+
+
+def read(path):
+    """The puzzle area's origin and every piece of a saved puzzle file: its box, its cell's
+    top-left (both in its window's coordinates), its place in the stacking order, whether it
+    is set, and its tray."""
     data = open(path, "rb").read()
     header = struct.unpack_from("<12i", data, 7)
-    width, height, groups, trays, columns, rows, shape, path_length = (
-        header[2], header[3], header[4], header[5], header[8], header[9], header[10], header[11])
+    width, height, groups, trays, columns, rows, shape, path_length = header[2:6] + header[8:12]
     at = 59 + path_length + 68 * trays + 24 * groups
-    boxes = []
+    pieces = []
     for i in range(columns * rows):
-        x, y, _z, knob, top, bottom, right, left, _g, tray = struct.unpack_from("<10i", data, at)
+        x, y, z, knob, top, bottom, right, left, _g, tray = struct.unpack_from("<10i", data, at)
         depth = 2 * knob if shape == 2 else 0
         w = width // columns + (i % columns < width % columns)
         h = height // rows + (i // columns < height % rows)
+        cell = (x + depth * (left == 1), y + depth * (top == 1))
         w += depth * ((left == 1) + (right == 1))
         h += depth * ((top == 1) + (bottom == 1))
-        boxes.append((x, y, x + w, y + h, data[at + 40], tray))
+        pieces.append(Piece((x, y, x + w, y + h), cell, z, data[at + 40], tray))
         at += 44
-    return boxes
+    return header[:2], pieces
 
 
 def out_of_reach(path, client):
     """The loose pieces of the main window whose boxes miss its client area (w, h)."""
-    return [p for p, box in enumerate(pieces_in(path)) if not box[4] and not box[5] and
-            not (box[0] < client[0] and box[1] < client[1] and box[2] > 0 and box[3] > 0)]
+    return [p for p, piece in enumerate(read(path)[1]) if not piece.set and not piece.tray and
+            not (piece.box[0] < client[0] and piece.box[1] < client[1] and piece.box[2] > 0 and
+                 piece.box[3] > 0)]

@@ -30,9 +30,9 @@ int pick(int n)
 // A value a field might be changed to: near its own, or one that breaks things.
 int32_t changed(int32_t value)
 {
-    static const int32_t extremes[] = {0,       -1,     1,       4,         8000,      -8000,
-                                       32767,   -32768, 40000,   1000000,   -1047892,  -261641,
-                                       INT32_MAX, INT32_MIN, 16384, 999, 1000};
+    static const int32_t extremes[] = {0,         -1,        1,     4,       8000,     -8000,
+                                       32767,     -32768,    40000, 1000000, -1047892, -261641,
+                                       INT32_MAX, INT32_MIN, 16384, 999,     1000};
     return pick(2) ? value + pick(21) - 10 : extremes[pick(sizeof extremes / sizeof *extremes)];
 }
 
@@ -63,20 +63,38 @@ void mutate(PuzzleFileContents& c)
     for (int i = 0; i < changes; ++i) {
         PieceRecord& piece = c.pieces[pick(static_cast<int>(c.pieces.size()))];
         switch (pick(14)) {
-        case 0: piece.x = changed(piece.x); break;
-        case 1: piece.y = changed(piece.y); break;
-        case 2: piece.isGrouped ^= 1; break;
-        case 3: piece.groupId = changed(piece.groupId); break;
-        case 4: piece.trayId = pick(3); break;
-        case 5: piece.isSet ^= 1; break;
-        case 6: piece.zIndex = changed(piece.zIndex); break;
-        case 7: piece.knobLeft = pick(4); break;
-        case 8: c.header.originX = changed(c.header.originX); break;
+        case 0:
+            piece.x = changed(piece.x);
+            break;
+        case 1:
+            piece.y = changed(piece.y);
+            break;
+        case 2:
+            piece.isGrouped ^= 1;
+            break;
+        case 3:
+            piece.groupId = changed(piece.groupId);
+            break;
+        case 4:
+            piece.trayId = pick(3);
+            break;
+        case 5:
+            piece.isSet ^= 1;
+            break;
+        case 6:
+            piece.zIndex = changed(piece.zIndex);
+            break;
+        case 7:
+            piece.knobLeft = pick(4);
+            break;
+        case 8:
+            c.header.originX = changed(c.header.originX);
+            break;
         case 9:
             if (!c.trays.empty()) {
                 TrayRecord& tray = c.trays[pick(static_cast<int>(c.trays.size()))];
-                int32_t* fields[] = {&tray.id, &tray.left, &tray.top, &tray.viewWidth,
-                                     &tray.viewHeight, &tray.placement[pick(11)]};
+                int32_t* fields[] = {&tray.id,        &tray.left,       &tray.top,
+                                     &tray.viewWidth, &tray.viewHeight, &tray.placement[pick(11)]};
                 *fields[pick(6)] = changed(*fields[pick(6)]);
             }
             break;
@@ -84,7 +102,9 @@ void mutate(PuzzleFileContents& c)
             if (!c.groups.empty())
                 c.groups[pick(static_cast<int>(c.groups.size()))].id = changed(1);
             break;
-        case 11: c.header.lastTrayId = changed(c.header.lastTrayId); break;
+        case 11:
+            c.header.lastTrayId = changed(c.header.lastTrayId);
+            break;
         case 12: {  // a group member carried off alone
             const int dx = changed(0);
             for (PieceRecord& member : c.pieces) {
@@ -107,9 +127,15 @@ void mutate(PuzzleFileContents& c)
 void damage(std::vector<uint8_t>& bytes)
 {
     switch (pick(4)) {
-    case 0: bytes[pick(7)] ^= 1 << pick(8); break;
-    case 1: bytes.resize(pick(static_cast<int>(bytes.size()))); break;
-    case 2: bytes.push_back(static_cast<uint8_t>(pick(256))); break;
+    case 0:
+        bytes[pick(7)] ^= 1 << pick(8);
+        break;
+    case 1:
+        bytes.resize(pick(static_cast<int>(bytes.size())));
+        break;
+    case 2:
+        bytes.push_back(static_cast<uint8_t>(pick(256)));
+        break;
     default: {
         const size_t at = VersionTagSize + 4 * (4 + pick(8));  // counts, ids, cut, path
         const int32_t value = changed(0);
@@ -124,6 +150,8 @@ void damage(std::vector<uint8_t>& bytes)
 void playOn()
 {
     Puzzle& z = thePuzzle;
+    if (!z.made)
+        return;  // a file of the version tag alone holds no puzzle
     int free = -1, grouped = -1;
     for (int p = 0; p < z.pieceCount; ++p) {
         if (!z.pieces[p].isSet && z.pieces[p].trayId == 0)
@@ -149,8 +177,8 @@ int main(int argc, char** argv)
     const int files = argc > 1 ? std::atoi(argv[1]) : 1000;
     random.seed(argc > 2 ? std::atoi(argv[2]) : 1);
     game::window();
-    const PuzzleFileContents seeds[] = {played(4, 3, Knobbed, true), played(3, 2, Rectangular, false),
-                                        played(5, 4, Knobbed, true)};
+    const PuzzleFileContents seeds[] = {
+        played(4, 3, Knobbed, true), played(3, 2, Rectangular, false), played(5, 4, Knobbed, true)};
     game::end();
     const long objects = gdi::liveObjects();
     const std::string path = game::folder() + "\\mutated.fpp";
@@ -171,10 +199,19 @@ int main(int argc, char** argv)
         int result = -1;
         // The missing picture is looked for and not found; any other message is answered.
         std::string said = game::answering([&] {
-            result = readPuzzleFile(path.c_str());
-            if (result == PuzzleFileLoaded)
-                playOn();
+            try {
+                result = readPuzzleFile(path.c_str());
+                if (result == PuzzleFileLoaded)
+                    playOn();
+            } catch (const std::exception&) {
+                result = -1;
+            }
         });
+        if (result < 0) {
+            std::printf("file %d: an exception left the reader\n", i);
+            ++failures;
+            continue;
+        }
         ++outcomes[result];
         const bool refused = result == PuzzleFileRejected || result == PuzzleFileUnreadable ||
                              result == PuzzleFileCancelled;
@@ -191,7 +228,8 @@ int main(int argc, char** argv)
                 fault = "GDI objects leaked";
         }
         if (fault) {
-            std::printf("file %d: %s (kept in %s.failed)\n%s", i, fault, path.c_str(), said.c_str());
+            std::printf("file %d: %s (kept in %s.failed)\n%s", i, fault, path.c_str(),
+                        said.c_str());
             CopyFileA(path.c_str(), (path + ".failed").c_str(), FALSE);
             ++failures;
         }
