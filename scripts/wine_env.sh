@@ -46,20 +46,22 @@ silence_sound() {
   export HOME="$home"
 }
 
-XVFB_PID=""
+XVFB_PIDS=()
 # Starts Xvfb on a free display number (of TOVIRA_SCREEN, default 1024x768x24) and exports
-# DISPLAY.
+# it as DISPLAY, or as the variable named by $1.
 start_xvfb() {
-  local n
+  local variable="${1:-DISPLAY}" n pid i
   for n in $(seq 77 140); do
     [ -e "/tmp/.X11-unix/X$n" ] || [ -e "/tmp/.X$n-lock" ] && continue
     Xvfb ":$n" -screen 0 "${TOVIRA_SCREEN:-1024x768x24}" -nolisten tcp >/dev/null 2>&1 </dev/null &
-    XVFB_PID=$!
-    export DISPLAY=":$n"
-    local i
+    pid=$!
+    XVFB_PIDS+=("$pid")
     for i in $(seq 1 100); do
-      xdpyinfo >/dev/null 2>&1 && return 0
-      kill -0 "$XVFB_PID" 2>/dev/null || break
+      if DISPLAY=":$n" xdpyinfo >/dev/null 2>&1; then
+        export "$variable=:$n"
+        return 0
+      fi
+      kill -0 "$pid" 2>/dev/null || break
       sleep 0.1
     done
   done
@@ -82,14 +84,18 @@ start_test_session() {
   prepare_wine_prefix
   silence_sound
   start_xvfb
+  # The unit tests' message boxes go to a display of their own, away from the end-to-end
+  # tests' input.
+  start_xvfb TOVIRA_UNIT_DISPLAY
   trap stop_wine_and_display EXIT
   start_wineserver
 }
 
 stop_wine_and_display() {
   "$WINESERVER" -k >/dev/null 2>&1 </dev/null || true
-  if [ -n "$XVFB_PID" ]; then
-    kill "$XVFB_PID" 2>/dev/null || true
-    wait "$XVFB_PID" 2>/dev/null || true
-  fi
+  local pid
+  for pid in "${XVFB_PIDS[@]}"; do
+    kill "$pid" 2>/dev/null || true
+    wait "$pid" 2>/dev/null || true
+  done
 }

@@ -150,12 +150,20 @@ class Game:
         focus(found)
         time.sleep(0.5)
 
+    def geometry(self):
+        out = xdotool("getwindowgeometry", self.window)
+        return tuple(map(int, re.search(r"Position: (-?\d+),(-?\d+)", out).groups() +
+                         re.search(r"Geometry: (\d+)x(\d+)", out).groups()))
+
     def at(self, x, y):
         """Where client point (x, y) of the main window shows on the screen: the frame, caption
-        and menu bar of this Wine setup take 4 pixels left and 42 above."""
-        out = xdotool("getwindowgeometry", self.window)
-        wx, wy = map(int, re.search(r"Position: (-?\d+),(-?\d+)", out).groups())
+        and menu bar of this Wine setup take 4 pixels left, 42 above, 4 right and 4 below."""
+        wx, wy, _, _ = self.geometry()
         return x + wx + 4, y + wy + 42
+
+    def client_size(self):
+        _, _, w, h = self.geometry()
+        return w - 8, h - 46
 
     def set_setting(self, leaf, name, value):
         subprocess.run([WINE, "reg", "add", SETTINGS_KEY + "\\ToviraPuzzle\\" + leaf, "/v", name,
@@ -240,6 +248,16 @@ class Game:
         """Saves the puzzle to its own file again, without a dialog."""
         self.menu("p", "s")
         time.sleep(0.5)
+
+    def resize_by(self, dx, dy):
+        """Sizes the window from its right and bottom edges with the system menu's Size and the
+        arrow keys, in steps of 8 pixels: the first arrow picks the edge."""
+        for pick, less, more, change in (("Right", "Left", "Right", dx), ("Down", "Up", "Down", dy)):
+            if change // 8:
+                self.key("alt+space", "s", pause=0.5)
+                self.key(pick)
+                self.key(*([less if change < 0 else more] * (abs(change) // 8)), pause=0.04)
+                self.key("Return", pause=0.8)
 
     def exit_by_menu(self, timeout=30):
         self.menu("p", "x")
