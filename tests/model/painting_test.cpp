@@ -1,0 +1,235 @@
+// What the board shows: a piece through its outline with the frame its state and the
+// options call for, any part repainted as drawing every piece back to front paints it, the
+// pattern, the preview over the puzzle area, and a cleared board.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "app/app_state.h"
+#include "model/gdi_objects.h"
+#include "model/puzzle.h"
+#include "resources/resource.h"
+#include "tests/support/allocations.h"
+#include "tests/support/game.h"
+
+namespace {
+
+constexpr COLORREF White = RGB(255, 255, 255), Black = RGB(0, 0, 0);
+
+class Painting : public ::testing::Test {
+protected:
+    void TearDown() override
+    {
+        if (thePuzzle.made && thePuzzle.patternShown)
+            game::command(IDM_PATTERN);
+        game::end();
+        options(true, false);  // as a first start has them
+    }
+    static void options(bool outline, bool setOutline)
+    {
+        game::window();
+        if (appState.drawOutline != outline)
+            game::command(IDM_DRAW_OUTLINE);
+        if (appState.drawSetOutline != setOutline)
+            game::command(IDM_DRAW_SET_OUTLINE);
+    }
+    // The pattern at its own size, so that pieces show its pixels as they are: 16 x 12 cells
+    // of 64 (knobs of 8), every piece piled in the bottom-left corner, off the puzzle area.
+    static void scene(bool outline, bool setOutline)
+    {
+        options(outline, setOutline);
+        game::make(1024, 768, 16, 12);
+        for (int p = 0; p < thePuzzle.pieceCount; ++p) {
+            const RECT at = game::cell(p);
+            Piece& piece = thePuzzle.pieces[p];
+            piece.moveTo(piece.x + 20 - at.left, piece.y + 560 - at.top, false);
+        }
+        thePuzzle.repaintRect(RECT{0, 0, thePuzzle.boardWidth, thePuzzle.boardHeight}, 0, nullptr);
+    }
+    // Carries p to its place, unscrolled, where it is set; the cell's top-left there.
+    static POINT setAtHome(int p)
+    {
+        const RECT at = game::cell(p);
+        const Piece& piece = thePuzzle.pieces[p];
+        const POINT home{at.left + piece.homeX - piece.x, at.top + piece.homeY - piece.y};
+        game::carry(p, home.x, home.y);
+        EXPECT_TRUE(piece.isSet) << p;
+        return home;
+    }
+};
+
+}  // namespace
+
+TEST_F(Painting, APieceShowsExactlyThePictureInsideItsOutlineFramedOnlyWithTheOutlineOption)
+{
+    const bool cases[][3] = {{true, false, true}, {false, true, false}, {false, false, false}};
+    for (const auto& [outline, setOutline, framed] : cases) {
+        scene(outline, setOutline);
+        game::place(18, 650, 420);  // the cell at (128, 64) of the picture
+        const Piece& piece = thePuzzle.pieces[18];
+        auto in = [&](int x, int y) { return PtInRegion(piece.region, x - piece.x, y - piece.y); };
+        const Snapshot shot(thePuzzle.boardDC, piece.x - 2, piece.y - 2, piece.width + 4,
+                            piece.height + 4);
+        for (int y = shot.top; y < shot.top + shot.height; ++y) {
+            for (int x = shot.left; x < shot.left + shot.width; ++x) {
+                const bool edge = !(in(x - 1, y) && in(x + 1, y) && in(x, y - 1) && in(x, y + 1));
+                ASSERT_EQ(!in(x, y)        ? White
+                          : edge && framed ? Black
+                                           : patternColour(x - 522, y - 356),
+                          shot.at(x, y))
+                    << "options " << outline << setOutline << " at " << x - 650 << "," << y - 420;
+            }
+        }
+    }
+}
+
+// Inner piece 18 set with some of its neighbours: black near each side of its cell, within
+// the knobs' reach and short of the corners, is its frame there.
+TEST_F(Painting, ASetPieceLosesItsFrameAlongEachSetNeighbourUnlessSetPiecesKeepTheirs)
+{
+    enum { Up = 1, Down = 2, Left = 4, Right = 8, All = 15 };
+    const int neighbours[] = {2, 34, 17, 19};
+    const RECT bands[] = {{1, -16, 63, 17}, {1, 47, 63, 80}, {-16, 1, 17, 63}, {47, 1, 80, 63}};
+    const int cases[][4] = {{true, false, Up, All - Up},     {true, false, Down, All - Down},
+                            {true, false, Left, All - Left}, {true, false, Right, All - Right},
+                            {true, false, All, 0},           {false, true, All, All},
+                            {false, false, All, 0}};  // options, neighbours set, sides framed
+    for (const auto& [outline, setOutline, set, framed] : cases) {
+        scene(outline, setOutline);
+        const POINT cell = setAtHome(18);
+        for (int side = 0; side < 4; ++side) {
+            if (set & 1 << side)
+                setAtHome(neighbours[side]);
+        }
+        const Snapshot shot = game::board();
+        for (int side = 0; side < 4; ++side) {
+            const RECT& band = bands[side];
+            int black = 0;
+            for (int y = cell.y + band.top; y < cell.y + band.bottom; ++y) {
+                for (int x = cell.x + band.left; x < cell.x + band.right; ++x)
+                    black += shot.at(x, y) == Black;
+            }
+            EXPECT_EQ(framed & 1 << side ? 62 : 0, std::min(black, 62))
+                << "options " << outline << setOutline << " neighbours " << set << " side " << side;
+        }
+        EXPECT_TRUE(game::boardAsRepainted());
+    }
+}
+
+TEST_F(Painting, AnyPartRepaintsAsDrawingEveryPieceBackToFront)
+{
+    for (unsigned seed = 0; seed < 4; ++seed) {
+        std::mt19937 random(seed);
+        auto below = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+        // Larger than the area, so that it scrolls, and of enough pieces that a small part
+        // shows few: cells of 50, knobs of 6.
+        options(seed & 1, seed & 2);
+        game::make(900, 700, 18, 14, seed);
+        setAtHome(0);  // in the corner that scrolling cuts at the area's edges
+        setAtHome(1);
+        for (int i = 0; i < 40; ++i)  // piles over the area and beside it, below its top
+            game::place(2 + below(250), 100 + below(750), 200 + below(360));
+        game::place(40, 300, 450);
+        game::carry(41, 350, 450);
+        game::place(30, 600, 200);
+        game::carry(48, 600, 250);
+        ASSERT_EQ(2, thePuzzle.groupCount);
+        const int sx = 10 + below(25), sy = 10 + below(25);
+        SendMessageA(game::window(), WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, sx), 0);
+        SendMessageA(game::window(), WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, sy), 0);
+        ASSERT_TRUE(thePuzzle.scrollX == sx && thePuzzle.scrollY == sy);
+
+        // Short of memory for finding what shows, a repaint draws every piece in turn.
+        for (int i = 0; i < 9; ++i) {  // the whole board, then small parts
+            const int x = i ? below(900) : 0, y = thePuzzle.boardTop + (i ? below(550) : 0);
+            const int w = i ? 10 + below(200) : thePuzzle.boardWidth;
+            const int h = i ? 10 + below(150) : thePuzzle.boardHeight - y;
+            thePuzzle.repaintRect(RECT{x, y, x + w, y + h}, 0, nullptr);
+            const Snapshot repainted(thePuzzle.boardDC, x, y, w, h);
+            allocations::failAfter(0);
+            thePuzzle.repaintRect(RECT{x, y, x + w, y + h}, 0, nullptr);
+            ASSERT_TRUE(allocations::stop());
+            EXPECT_EQ(0, repainted.differences(Snapshot(thePuzzle.boardDC, x, y, w, h)))
+                << "seed " << seed << " at " << x << "," << y << " " << w << "x" << h;
+        }
+    }
+}
+
+TEST_F(Painting, ThePatternToggledTwiceLeavesTheBoardAsItWas)
+{
+    scene(true, false);
+    const Snapshot before = game::board();
+    game::command(IDM_PATTERN);
+    const Snapshot shown = game::board();
+    // Every piece's outline at home: the inner corners of the cells turn black.
+    for (int corner = 17; corner < 16 * 9; corner += 17) {
+        const int x = thePuzzle.originX + corner % 16 * 64,
+                  y = thePuzzle.originY + corner / 16 * 64;
+        EXPECT_TRUE(before.at(x, y) == White && shown.at(x, y) == Black) << corner;
+    }
+    game::command(IDM_PATTERN);
+    EXPECT_EQ(0, before.differences(game::board()));
+}
+
+TEST_F(Painting, ThePreviewShowsOverThePuzzleAreasFrame)
+{
+    // A puzzle area whose left edge runs down through the preview, as a file may place it.
+    const POINT kept{appState.areaOriginX, appState.areaOriginY};
+    appState.areaOriginX = 40;
+    appState.areaOriginY = appState.paintOriginY + 30;
+    game::make(300, 200, 6, 4);
+    appState.areaOriginX = kept.x;
+    appState.areaOriginY = kept.y;
+    const Puzzle& z = thePuzzle;
+    const Snapshot preview(z.previewDC, 0, 0, z.previewWidth, z.previewHeight);
+    for (const char* when : {"made", "repainted"}) {
+        const Snapshot shot = game::board();
+        for (int y = z.originY; y < z.previewY + z.previewHeight; ++y)
+            ASSERT_EQ(preview.at(40 - z.previewX, y - z.previewY), shot.at(40, y)) << when << y;
+        thePuzzle.repaintRect(RECT{0, 0, z.boardWidth, z.boardHeight}, 0, nullptr);
+    }
+}
+
+TEST_F(Painting, ARepaintFarOutsideTheBoardDoesNothing)
+{
+    scene(true, false);
+    SetPixel(thePuzzle.boardDC, 600, 600, RGB(1, 2, 3));  // gone only if repainted
+    const Snapshot before = game::board();
+    const RECT outside[] = {{-1000000, -1000000, -999000, -999000},
+                            {1000000, 300, 1001000, 400},
+                            {-1000000, -1000000, -999999, 1000000}};
+    for (const RECT& rect : outside) {
+        allocations::failAfter(0);  // nothing is even sized for it
+        thePuzzle.repaintRect(rect, 0, thePuzzle.mainWindow);
+        EXPECT_FALSE(allocations::stop()) << rect.left << "," << rect.top;
+        EXPECT_EQ(0, before.differences(game::board())) << rect.left << "," << rect.top;
+    }
+    // One across the whole board repaints all of it.
+    thePuzzle.repaintRect(RECT{-1000000, -1000000, 1000000, 1000000}, 0, thePuzzle.mainWindow);
+    EXPECT_EQ(White, game::board().at(600, 600));
+}
+
+// One outline per piece would pass the platform's default limit of 10,000 GDI objects per
+// process long before a 100 x 100 puzzle was made.
+TEST_F(Painting, AHundredByAHundredPuzzleHoldsFewGdiObjectsAndClearReleasesThemAll)
+{
+    game::make(2000, 1500, 2, 2);  // the picture drawn at this size; other outlines
+    game::end();
+    const long before = gdi::liveObjects();
+    game::make(2000, 1500, 100, 100);  // cells of 20 x 15
+    EXPECT_LT(gdi::liveObjects() - before, 400);
+    setAtHome(0);
+    setAtHome(1);
+    game::place(240, 600, 450);
+    game::carry(241, 620, 450);
+    HWND tray = nullptr;
+    thePuzzle.addTray(0, &tray);
+    game::carryInto(2, tray, 10, 10);
+    game::pickUp(3);  // still carried
+    game::end();
+    EXPECT_EQ(before, gdi::liveObjects());
+    const Snapshot board(appState.boardDC, 0, 0, appState.boardImageWidth,
+                         appState.boardImageHeight);
+    for (size_t i = 0; i < board.pixels.size(); ++i)
+        ASSERT_EQ(White, board.pixels[i]) << i % board.width << "," << i / board.width;
+}
