@@ -137,7 +137,9 @@ MakeResult Puzzle::makePuzzle(const MakeInputs& in)
     RECT board{boardLeft, boardTop, boardImageWidth, boardImageHeight};
     if (!cut)
         clear();
-    else
+    else if (patternShown)
+        refreshPattern(false);  // the option stays as the menu shows it
+    if (cut)
         repaintRect(board, 0, nullptr);  // pieces hidden under others are never drawn
 
     RedrawWindow(mainWindow, &board, nullptr, RDW_INVALIDATE);

@@ -7,9 +7,14 @@ source "$(dirname "${BASH_SOURCE[0]}")/wine_env.sh"
 tests=OFF
 [ "${1:-}" = "--tests" ] && tests=ON
 
-configure_and_build() {  # build folder, architecture, whether to build the tests
+configure_and_build() {  # build folder, architecture, whether the tests must be built
+  # A folder that builds the tests keeps doing so: running the game never drops them.
+  local keep=()
+  if [ "$3" = ON ] || [ ! -f "$1/CMakeCache.txt" ]; then
+    keep=(-DTOVIRA_TESTS="$3")
+  fi
   cmake -S "$ROOT" -B "$1" -DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/mingw-$2.cmake" \
-    -DCMAKE_BUILD_TYPE=Release -DTOVIRA_TESTS="$3" >/dev/null
+    -DCMAKE_BUILD_TYPE=Release "${keep[@]}" >/dev/null
   cmake --build "$1" -j "$(nproc)"
 }
 

@@ -9,4 +9,6 @@ bash "$here/build.sh" --tests
 source "$here/wine_env.sh"
 start_test_session
 cd "$BUILD_DIR"
-ctest --output-on-failure --timeout 600 "$@"
+# Two at a time: the end-to-end tests take the display one after another, and the unit,
+# file and fuzz tests run beside them.
+ctest --output-on-failure --timeout 600 -j2 "$@"

@@ -17,7 +17,7 @@
 #include "model/puzzle.h"
 #include "play/drag.h"
 #include "play/tray.h"
-#include "tests/support/game_session.h"
+#include "tests/support/game.h"
 
 namespace {
 
@@ -60,13 +60,13 @@ Figures measure(int columns, int rows, int width = 2000, int height = 1500,
     constexpr int Repaints = 5, Moves = 400;
     const int Makes = makes;
     // The picture is decoded before the clock starts: Make alone is timed.
-    session::end();
-    const std::string path = session::picture(picture);
+    game::end();
+    const std::string path = game::picture(picture);
     if (path != loadedPicturePath)
         thePicture.loadPreview(path.c_str());
     double start = now();
     for (int i = 0; i < Makes; ++i)
-        session::makePuzzle(width, height, columns, rows, 1 + i, Knobbed, picture);
+        game::make(width, height, columns, rows, 1 + i, Knobbed, picture);
     f.make = (now() - start) / Makes;
     f.gdiObjects = gdi::liveObjects();
     f.guiResources = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
@@ -105,7 +105,7 @@ Figures measure(int columns, int rows, int width = 2000, int height = 1500,
     start = now();
     handleClick(thePuzzle.mainWindow, MAKELPARAM(thePuzzle.dragLastX, thePuzzle.dragLastY));
     f.drop = now() - start;
-    session::end();
+    game::end();
     return f;
 }
 
@@ -113,7 +113,7 @@ Figures measure(int columns, int rows, int width = 2000, int height = 1500,
 // fifty pieces each (ten of them joined pairs).
 void playLargePuzzle()
 {
-    session::makePuzzle(2000, 1500, 100, 100, 7);
+    game::make(2000, 1500, 100, 100, 7, Knobbed, "picture2000x1500.jpg");
     Puzzle& z = thePuzzle;
     for (int p = 0; p < 100; ++p) {
         z.pieces[p].moveTo(z.pieces[p].homeX, z.pieces[p].homeY, false);
@@ -184,7 +184,7 @@ void measureFiles()
                 autosaved ? "" : " (FAILED)");
     DeleteFileA(path);
     MarkPuzzleSaved();
-    session::end();
+    game::end();
 }
 
 // Saving and opening again the puzzle on hand, as made: the times should grow with the
@@ -249,15 +249,15 @@ void measureLarge()
     for (const Job& job : jobs) {
         char name[16];
         std::snprintf(name, sizeof name, "%dx%d", job.columns, job.rows);
-        session::makePuzzle(job.width, job.height, job.columns, job.rows, 1, Knobbed, job.picture);
+        game::make(job.width, job.height, job.columns, job.rows, 1, Knobbed, job.picture);
         measureSaveAndOpen(name);
-        session::end();
+        game::end();
     }
 }
 
 int main(int argc, char** argv)
 {
-    HWND window = session::mainWindow();
+    HWND window = game::window();
     ShowWindow(window, SW_SHOW);
     UpdateWindow(window);
     std::printf("%-9s %10s %12s %10s %10s %10s %10s %12s %14s\n", "pieces", "make ms", "repaint ms",

@@ -1,0 +1,169 @@
+// The commands that rearrange the board: Shuffle, Show Hidden Pieces (which also brings back
+// what lies out of view), the outline and pattern options, and a window shrunk and grown.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "app/app_state.h"
+#include "app/history.h"
+#include "model/gdi_objects.h"
+#include "model/puzzle.h"
+#include "play/tray.h"
+#include "resources/resource.h"
+#include "tests/support/game.h"
+
+namespace {
+
+std::vector<POINT> places()
+{
+    std::vector<POINT> at;
+    for (int p = 0; p < thePuzzle.pieceCount; ++p)
+        at.push_back(POINT{thePuzzle.pieces[p].x, thePuzzle.pieces[p].y});
+    return at;
+}
+
+bool samePlace(const POINT& a, const POINT& b)
+{
+    return a.x == b.x && a.y == b.y;
+}
+
+// A 400 x 300 puzzle of 4 x 3: pieces 0 and 1 joined, 5 set, 7 in a tray.
+class BoardCommands : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        game::make(400, 300, 4, 3, 31, Rectangular);
+        game::place(0, 600, 450);
+        game::carry(1, 700, 450);
+        game::carry(5, thePuzzle.originX + 100, thePuzzle.originY + 100);
+        HWND tray = nullptr;
+        thePuzzle.addTray(0, &tray);
+        game::carryInto(7, tray, 10, 100);
+        ASSERT_TRUE(game::joined(0, 1) && thePuzzle.pieces[5].isSet);
+    }
+    void TearDown() override { game::end(); }
+};
+
+}  // namespace
+
+TEST_F(BoardCommands, ShuffleMovesOnlyLooseBoardPiecesAndNeverTheSameWayTwice)
+{
+    const std::vector<POINT> before = places();
+    game::command(IDM_SHUFFLE);
+    const std::vector<POINT> first = places();
+    game::command(IDM_SHUFFLE);
+    const std::vector<POINT> second = places();
+    for (int p = 0; p < thePuzzle.pieceCount; ++p) {
+        const bool kept = p == 0 || p == 1 || p == 5 || p == 7;
+        EXPECT_EQ(kept, samePlace(before[p], second[p])) << p;
+        if (!kept) {
+            EXPECT_FALSE(samePlace(first[p], second[p])) << p;  // the generator goes on
+            EXPECT_TRUE(second[p].x >= thePuzzle.previewX + thePuzzle.previewWidth ||
+                        second[p].y >= thePuzzle.previewY + thePuzzle.previewHeight);
+        }
+    }
+    EXPECT_TRUE(game::boardAsRepainted());
+}
+
+TEST_F(BoardCommands, ShowHiddenPiecesPutsSetPiecesUnderAndBringsBackWhatLiesOutOfView)
+{
+    game::carry(6, thePuzzle.originX + 200, thePuzzle.originY + 100);  // set as well
+    thePuzzle.pieces[9].moveTo(5000, 3000, false);                      // out of view
+    std::vector<int> free;
+    for (int z = 0; z < thePuzzle.pieceCount; ++z) {
+        if (!thePuzzle.pieces[thePuzzle.zOrder[z]].isSet)
+            free.push_back(thePuzzle.zOrder[z]);
+    }
+    RECT frame;
+    GetWindowRect(thePuzzle.firstTray->window, &frame);
+    MoveWindow(thePuzzle.firstTray->window, -2000, 900, frame.right - frame.left,
+               frame.bottom - frame.top, TRUE);
+
+    game::command(IDM_SHOW_HIDDEN);
+    EXPECT_EQ(6, thePuzzle.zOrder[0]);  // the set ones lowest, the higher index lowest
+    EXPECT_EQ(5, thePuzzle.zOrder[1]);
+    EXPECT_EQ(free, std::vector<int>(thePuzzle.zOrder + 2, thePuzzle.zOrder + 12));
+    const RECT view = thePuzzle.boardView();
+    RECT box = thePuzzle.pieces[9].getBounds(true, false, false), shown;
+    EXPECT_TRUE(IntersectRect(&shown, &box, &view));
+    GetWindowRect(thePuzzle.firstTray->window, &box);
+    MapWindowPoints(nullptr, thePuzzle.mainWindow, reinterpret_cast<POINT*>(&box), 2);
+    EXPECT_TRUE(box.left >= view.left && box.top >= view.top && box.bottom <= view.bottom);
+}
+
+TEST_F(BoardCommands, OptionsReachEveryPieceAndRelabelTheirItems)
+{
+    const bool outline = appState.drawOutline;
+    game::command(IDM_DRAW_OUTLINE);
+    for (int p = 0; p < thePuzzle.pieceCount; ++p)
+        EXPECT_EQ(!outline, thePuzzle.pieces[p].drawOutline);
+    EXPECT_EQ(!outline ? MF_CHECKED : MF_UNCHECKED,
+              GetMenuState(appState.menu, IDM_DRAW_OUTLINE, MF_BYCOMMAND) & MF_CHECKED);
+    EXPECT_TRUE(game::boardAsRepainted());
+    game::command(IDM_DRAW_OUTLINE);
+
+    char text[64];
+    game::command(IDM_PATTERN);
+    GetMenuStringA(appState.menu, IDM_PATTERN, text, sizeof text, MF_BYCOMMAND);
+    EXPECT_STREQ("Hide &Pattern", text);
+    // A new puzzle shows the pattern the menu says is shown; hidden, the area is plain.
+    game::make(400, 300, 4, 3, 32, Knobbed);
+    const Snapshot shown(appState.backgroundDC, thePuzzle.originX, thePuzzle.originY, 400, 300);
+    game::command(IDM_PATTERN);
+    GetMenuStringA(appState.menu, IDM_PATTERN, text, sizeof text, MF_BYCOMMAND);
+    EXPECT_STREQ("Show &Pattern", text);
+    EXPECT_FALSE(shown == Snapshot(appState.backgroundDC, thePuzzle.originX, thePuzzle.originY,
+                                   400, 300));
+}
+
+TEST_F(BoardCommands, AShrunkWindowBringsLooseItemsBackAndAGrownOneShowsADrawnBoard)
+{
+    game::place(2, 850, 600);
+    game::place(3, 60, 200);
+    const POINT stays{thePuzzle.pieces[3].x, thePuzzle.pieces[3].y};
+    HWND window = game::window();
+    RECT full;
+    GetWindowRect(window, &full);
+    SetWindowPos(window, nullptr, 0, 0, 520, 420, SWP_NOZORDER | SWP_NOMOVE | SWP_NOACTIVATE);
+    const RECT view = thePuzzle.boardView();
+    for (int p = 0; p < thePuzzle.pieceCount; ++p) {
+        RECT box = thePuzzle.pieces[p].getBounds(true, false, false), shown;
+        if (!thePuzzle.pieces[p].isSet && thePuzzle.pieces[p].trayId == 0) {
+            EXPECT_TRUE(IntersectRect(&shown, &box, &view)) << p;
+        }
+    }
+    EXPECT_EQ(100, thePuzzle.pieces[1].x - thePuzzle.pieces[0].x);  // the group moved whole
+    EXPECT_TRUE(samePlace(stays, POINT{thePuzzle.pieces[3].x, thePuzzle.pieces[3].y}));
+    SetWindowPos(window, nullptr, 0, 0, full.right - full.left, full.bottom - full.top,
+                 SWP_NOZORDER | SWP_NOMOVE | SWP_NOACTIVATE);
+    game::carry(2, appState.boardImageWidth - 120, 500);
+    EXPECT_TRUE(game::boardAsRepainted());
+    int found = -1;
+    EXPECT_TRUE(thePuzzle.pieceAt(window, appState.boardImageWidth - 70, 550, found));
+    EXPECT_EQ(2, found);
+}
+
+TEST_F(BoardCommands, APlayedSessionLeavesNoGdiObjectBehind)
+{
+    game::end();
+    const long before = gdi::liveObjects();
+    SetUp();
+    game::pickUp(0);  // the group, carried while the options change and a tray comes
+    game::moveBy(40, -30);
+    game::command(IDM_DRAW_OUTLINE);
+    game::command(IDM_DRAW_OUTLINE);
+    game::command(IDM_PATTERN);
+    game::command(IDM_ADD_TRAY);
+    game::command(IDM_PATTERN);
+    game::end();
+    EXPECT_EQ(before, gdi::liveObjects());
+}
+
+TEST(AutoPuzzlePath, NamesThePuzzleFileAfterThePicture)
+{
+    char path[MAX_PATH];
+    AutoPuzzlePath("C:\\Game\\Puz", "C:\\Pics\\cat.small.jpg", ".fpp", path);
+    EXPECT_STREQ("C:\\Game\\Puz\\cat.fpp", path);
+    AutoPuzzlePath("C:\\Game\\Puz", "C:\\Pics\\dog", ".fpp", path);
+    EXPECT_STREQ("C:\\Game\\Puz\\dog.fpp", path);
+}
