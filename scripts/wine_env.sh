@@ -80,19 +80,26 @@ start_wineserver() {
 # Everything a test or benchmark run needs, in a prefix of its own so that a game left
 # running does not share its wineserver or display; all is stopped when the script exits.
 start_test_session() {
+  # The unit tests run beside the end-to-end tests in a Wine of their own (prefix, server and
+  # display), so that their dialogs never take the foreground or the keys from the game.
   export WINEPREFIX="$BUILD_DIR/wineprefix-test"
-  prepare_wine_prefix
+  export TOVIRA_UNIT_PREFIX="$BUILD_DIR/wineprefix-unit"
+  prepare_wine_prefix &
+  WINEPREFIX="$TOVIRA_UNIT_PREFIX" prepare_wine_prefix
+  wait
   silence_sound
   start_xvfb
-  # The unit tests' message boxes go to a display of their own, away from the end-to-end
-  # tests' input.
   start_xvfb TOVIRA_UNIT_DISPLAY
   trap stop_wine_and_display EXIT
   start_wineserver
+  WINEPREFIX="$TOVIRA_UNIT_PREFIX" start_wineserver
 }
 
 stop_wine_and_display() {
   "$WINESERVER" -k >/dev/null 2>&1 </dev/null || true
+  if [ -n "${TOVIRA_UNIT_PREFIX:-}" ]; then
+    WINEPREFIX="$TOVIRA_UNIT_PREFIX" "$WINESERVER" -k >/dev/null 2>&1 </dev/null || true
+  fi
   local pid
   for pid in "${XVFB_PIDS[@]}"; do
     kill "$pid" 2>/dev/null || true

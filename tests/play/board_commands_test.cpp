@@ -68,7 +68,7 @@ TEST_F(BoardCommands, ShuffleMovesOnlyLooseBoardPiecesAndNeverTheSameWayTwice)
 TEST_F(BoardCommands, ShowHiddenPiecesPutsSetPiecesUnderAndBringsBackWhatLiesOutOfView)
 {
     game::carry(6, thePuzzle.originX + 200, thePuzzle.originY + 100);  // set as well
-    thePuzzle.pieces[9].moveTo(5000, 3000, false);                      // out of view
+    thePuzzle.pieces[9].moveTo(5000, 3000, false);                     // out of view
     std::vector<int> free;
     for (int z = 0; z < thePuzzle.pieceCount; ++z) {
         if (!thePuzzle.pieces[thePuzzle.zOrder[z]].isSet)
@@ -112,8 +112,8 @@ TEST_F(BoardCommands, OptionsReachEveryPieceAndRelabelTheirItems)
     game::command(IDM_PATTERN);
     GetMenuStringA(appState.menu, IDM_PATTERN, text, sizeof text, MF_BYCOMMAND);
     EXPECT_STREQ("Show &Pattern", text);
-    EXPECT_FALSE(shown == Snapshot(appState.backgroundDC, thePuzzle.originX, thePuzzle.originY,
-                                   400, 300));
+    EXPECT_FALSE(shown ==
+                 Snapshot(appState.backgroundDC, thePuzzle.originX, thePuzzle.originY, 400, 300));
 }
 
 TEST_F(BoardCommands, AShrunkWindowBringsLooseItemsBackAndAGrownOneShowsADrawnBoard)

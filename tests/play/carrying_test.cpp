@@ -196,7 +196,7 @@ TEST_F(Carrying, ATrayGrowsForWhatSticksOutAndScrollsToIt)
     ScrollView(tray.window, tray.scrollX, SB_LINEDOWN, SB_HORZ, tray.id, 0);
     EXPECT_EQ(before - 1, piece.x);
     ScrollView(tray.window, tray.scrollX, SB_PAGEDOWN, SB_HORZ, tray.id, 0);
-    EXPECT_EQ(tray.contentWidth - view, tray.scrollX);  // stops at the end
+    EXPECT_EQ(tray.contentWidth - view, tray.scrollX);                          // stops at the end
     ScrollView(tray.window, tray.scrollX, SB_THUMBTRACK, SB_HORZ, tray.id, 0);  // nothing moves
     EXPECT_EQ(before - tray.scrollX, piece.x);
     ScrollView(tray.window, tray.scrollX, SB_TOP, SB_HORZ, tray.id, 0);
