@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Fuzzes the puzzle and collection file readers natively with libFuzzer, AddressSanitizer and
-# UndefinedBehaviorSanitizer, starting from files the writers produce.
+# Fuzzes the file readers (puzzle and recovery files with picture headers, collections)
+# natively with libFuzzer, AddressSanitizer and UndefinedBehaviorSanitizer, starting from
+# files the writers produce.
 #   bash scripts/fuzz.sh [SECONDS]   each reader for SECONDS (default 600), fixed seed
 set -euo pipefail
 ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
@@ -9,7 +10,8 @@ out="${TOVIRA_FUZZ_DIR:-$ROOT/build-fuzz}"
 mkdir -p "$out/corpus/puzzle" "$out/corpus/collection"
 
 flags=(-std=c++17 -g -O1 -I"$ROOT" -fsanitize=address,undefined -fno-sanitize-recover=all)
-codecs=("$ROOT/files/puzzle_format.cpp" "$ROOT/files/collection_format.cpp")
+codecs=("$ROOT/files/puzzle_format.cpp" "$ROOT/files/collection_format.cpp"
+        "$ROOT/files/recovery_format.cpp" "$ROOT/files/picture_header.cpp")
 clang++-14 "${flags[@]}" "${codecs[@]}" "$ROOT/tests/fuzz/make_seeds.cpp" -o "$out/make_seeds"
 "$out/make_seeds" "$out/corpus/puzzle" "$out/corpus/collection"
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Sets up the machine if needed, builds the program and its tests, and runs every test:
 # the unit tests under Wine and the end-to-end tests against the real program, all on a
-# private Xvfb display. Extra arguments go to CTest (for example -R model).
+# private Xvfb display. Extra arguments go to CTest (for example -R unit).
 set -euo pipefail
 here="$(dirname "${BASH_SOURCE[0]}")"
 bash "$here/setup.sh"

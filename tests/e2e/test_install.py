@@ -1,7 +1,7 @@
 """The release on a fresh Wine prefix: the silent installer puts the program, its help, its
-shortcut and its uninstall entry in place; the program started from the shortcut's folder makes
-its Puz and Col folders there and opens its help; the silent uninstaller removes what was
-installed and keeps the player's saved puzzle and settings; the portable archive runs alike."""
+shortcut and its uninstall entry in place; the program started from the shortcut makes its Puz
+and Col folders there and opens its help; the silent uninstaller removes what it installed and
+keeps the player's saved puzzle and settings; the portable archive runs alike."""
 
 import getpass
 import os
@@ -9,33 +9,23 @@ import shutil
 import subprocess
 import sys
 import tempfile
-import time
 import zipfile
 
-from game import TITLE, Screen, click, press, wait_for, windows_named
+from game import TITLE, Screen, click, press, run, wait_for, windows_named
 
 exe, shots, pictures, arch = sys.argv[1:5]
-build = os.path.dirname(exe)
 root = os.path.abspath(os.path.join(os.path.dirname(__file__), "..", ".."))
-prefix = os.path.join(build, "wineprefix-install")
+prefix = os.path.join(os.path.dirname(exe), "wineprefix-install")
 os.environ["WINEPREFIX"] = prefix
 os.environ["WINEDLLOVERRIDES"] = os.environ.get("WINEDLLOVERRIDES", "") + ";winemenubuilder.exe=d"
 wine = os.environ.get("WINE", "wine")
 wineserver = os.environ.get("WINESERVER", "wineserver")
 UNINSTALL_KEY = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\ToviraPuzzle"
-HELP_FILES = ["ToviraPuzzle.hlp", "ToviraPuzzle.cnt", "ToviraPuzzle.chm",
-              "ToviraPuzzleEs.hlp", "ToviraPuzzleEs.cnt", "ToviraPuzzleEs.chm"]
-HELP_BUTTON = (702, 35)
-
-
-def run(*args, timeout=180):
-    return subprocess.run(list(args), capture_output=True, text=True, timeout=timeout,
-                          stdin=subprocess.DEVNULL)
+HELP_FILES = [f"ToviraPuzzle{l}.{e}" for l in ("", "Es") for e in ("hlp", "cnt", "chm")]
 
 
 def registry(key, name):
-    out = run(wine, "reg", "query", key, "/v", name).stdout
-    for line in out.splitlines():
+    for line in run(wine, "reg", "query", key, "/v", name).splitlines():
         parts = line.split(None, 2)
         if len(parts) == 3 and parts[0] == name:
             return parts[2].strip()
@@ -44,31 +34,23 @@ def registry(key, name):
 
 def start_and_check(folder, start):
     """Starts the program, answers the language dialog of a first start, checks its working
-    folders in `folder`, opens its help and exits by the menu."""
+    folders in folder, opens its help and exits by the menu."""
     start()
     try:
-        wait_for(lambda: windows_named("^Select your language$") or
-                 windows_named("^" + TITLE + "$"), 120, "the program")
+        wait_for(lambda: windows_named("^(Select your language|" + TITLE + ")$"), 120, "it")
     except AssertionError:
         Screen(os.path.join(shots, "install-no-program.png"))
-        print(subprocess.run(["xdotool", "search", "--name", ".", "getwindowname", "%@"],
-                             capture_output=True, text=True).stdout)
-        print(subprocess.run(["ps", "-eo", "pid,etime,args"], capture_output=True,
-                             text=True).stdout)
-        with open(os.path.join(shots, "install-start.log")) as log:
-            print(log.read())
+        print(run("ps", "-eo", "pid,etime,args"), open(os.path.join(shots, "install.log")).read())
         raise
     if windows_named("^Select your language$"):
-        # Without a window manager the new dialog may not have the keyboard yet.
-        subprocess.run(["xdotool", "search", "--name", "^Select your language$", "windowfocus"],
-                       capture_output=True)
+        xdotool_focus = ["xdotool", "search", "--name", "^Select your language$", "windowfocus"]
+        subprocess.run(xdotool_focus, capture_output=True)
         press("Return")
     wait_for(lambda: windows_named("^" + TITLE + "$"), 30, "the main window")
-    time.sleep(1.0)
     for name in ("Puz", "Col"):
         assert os.path.isdir(os.path.join(folder, name)), f"no {name} folder in {folder}"
-    click(*HELP_BUTTON, pause=2.0)
-    wait_for(lambda: windows_named("^Wine Help$"), 30, "the help window")
+    click(702, 35, pause=2.0)  # Help
+    wait_for(lambda: windows_named("^Wine Help$"), 30, "the help")
     click(900, 700)
     press("alt+p", "x")
     wait_for(lambda: not windows_named("^" + TITLE + "$"), 30, "the program to exit")
@@ -76,22 +58,22 @@ def start_and_check(folder, start):
 
 
 shutil.rmtree(prefix, ignore_errors=True)
-start_log = open(os.path.join(shots, "install-start.log"), "w")
+log = open(os.path.join(shots, "install.log"), "w")
 packages = tempfile.mkdtemp(prefix="tovira-packages-")
 try:
-    made = run("bash", os.path.join(root, "scripts", "package.sh"), arch, build, packages)
+    made = subprocess.run(["bash", os.path.join(root, "scripts", "package.sh"), arch,
+                           os.path.dirname(exe), packages], capture_output=True, text=True)
     assert made.returncode == 0, made.stderr
     setup, archive = made.stdout.split()
-    run(wine, "wineboot", "-i", timeout=300)
-    # One server for the rest of the test: each server started afresh boots the prefix again
-    # first, and once the shortcut's program did not start within two minutes of that.
-    # The prefix's services start with the server's first client and keep its streams.
+    run(wine, "wineboot", "-i")
+    # One server for the rest of the test: a server started afresh boots the prefix again
+    # first, and the shortcut's program once waited two minutes behind that.
     run(wineserver, "-w")
     for command in ([wineserver, "-p"], [wine, "cmd", "/c", "exit"]):
         subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                        stderr=subprocess.DEVNULL, timeout=120)
 
-    assert run(wine, setup, "/S").returncode == 0
+    subprocess.run([wine, setup, "/S"], check=True, capture_output=True)
     user = os.path.join(prefix, "drive_c", "users", getpass.getuser())
     installed = os.path.join(user, "AppData", "Local", "Programs", "ToviraPuzzle")
     shortcut = os.path.join(user, "AppData", "Roaming", "Microsoft", "Windows", "Start Menu",
@@ -104,12 +86,10 @@ try:
     assert registry(UNINSTALL_KEY, "DisplayIcon").endswith("ToviraPuzzle.exe,0")
 
     start_and_check(installed, lambda: subprocess.Popen(
-        [wine, "start", "/unix", shortcut], stdin=subprocess.DEVNULL,
-        stdout=start_log, stderr=subprocess.STDOUT, env=dict(os.environ, WINEDEBUG="err+all")))
-    Screen(os.path.join(shots, "installed-run.png"))
+        [wine, "start", "/unix", shortcut], stdin=subprocess.DEVNULL, stdout=log,
+        stderr=subprocess.STDOUT, env=dict(os.environ, WINEDEBUG="err+all")))
     saved = os.path.join(installed, "Puz", "saved.fpp")
-    with open(saved, "wb") as f:
-        f.write(b"v001.0\0")
+    open(saved, "wb").write(b"v001.0\0")
 
     run(wine, os.path.join(installed, "uninstall.exe"), "/S")
     wait_for(lambda: not os.path.exists(os.path.join(installed, "uninstall.exe")), 60,
@@ -121,8 +101,7 @@ try:
     assert os.path.isfile(saved), "the player's saved puzzle was removed"
     assert registry(r"HKCU\Software\Tovira Software\ToviraPuzzle\Options", "SupLangDlg") == "0"
 
-    # The portable archive: one folder that runs where it is unpacked.
-    unpacked = tempfile.mkdtemp(prefix="tovira-portable-")
+    unpacked = tempfile.mkdtemp(prefix="tovira-portable-")  # runs where it is unpacked
     zipfile.ZipFile(archive).extractall(unpacked)
     folder = os.path.join(unpacked, "ToviraPuzzle-1.0.0")
     start_and_check(folder, lambda: subprocess.Popen(

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <string>
 
+#include "files/recovery_format.h"
 #include "tests/support/sample_files.h"
 
 namespace {
@@ -31,6 +32,7 @@ int main(int argc, char** argv)
     rectangular.header.shapeMode = 1;
     save(puzzles + "/rectangular.fpp", encodePuzzleFile(rectangular));
     save(puzzles + "/tag-only.fpp", encodePuzzleFile(PuzzleFileContents()));
+    save(puzzles + "/recovery.fpr", encodeRecoveryFile({"C:\\My puzzles\\cat.fpp", samples::puzzle(true)}));
     save(collections + "/two.fpc", encodeCollectionFile(samples::collection()));
     save(collections + "/empty.fpc", encodeCollectionFile({}));
     return 0;
