@@ -278,12 +278,8 @@ PictureLoad Picture::loadPicture(const char* path)
     aspectRatio = ratio;
     previewWidth = newPreviewWidth;
     previewHeight = newPreviewHeight;
-    deleteMemoryDC(pictureDC, pictureBitmap);
-    deleteMemoryDC(previewDC, previewBitmap);
-    pictureDC = newPictureDC;
-    pictureBitmap = newPictureBitmap;
-    previewDC = newPreviewDC;
-    previewBitmap = newPreviewBitmap;
+    replaceMemoryDC(pictureDC, pictureBitmap, newPictureDC, newPictureBitmap);
+    replaceMemoryDC(previewDC, previewBitmap, newPreviewDC, newPreviewBitmap);
     const bool rendered = render(pictureDC, naturalWidth, naturalHeight);
     renderedWidth = rendered ? naturalWidth : 0;
     renderedHeight = rendered ? naturalHeight : 0;
@@ -303,9 +299,7 @@ bool Picture::renderAtSize(int w, int h)
         deleteMemoryDC(dc, bitmap);
         return false;
     }
-    deleteMemoryDC(pictureDC, pictureBitmap);
-    pictureDC = dc;
-    pictureBitmap = bitmap;
+    replaceMemoryDC(pictureDC, pictureBitmap, dc, bitmap);
     renderedWidth = w;
     renderedHeight = h;
     return true;
@@ -346,9 +340,7 @@ PictureLoad Picture::loadPreview(const char* path)
     // A puzzle still on hand must not draw into, or whiten, the board image that replaces
     // the one it was drawn on.
     thePuzzle.releaseBoard();
-    deleteMemoryDC(appState.boardDC, appState.boardBitmap);
-    appState.boardDC = board;
-    appState.boardBitmap = boardBitmap;
+    replaceMemoryDC(appState.boardDC, appState.boardBitmap, board, boardBitmap);
     BitBlt(appState.boardDC, 0, 0, w, h, nullptr, 0, 0, WHITENESS);
     BitBlt(appState.boardDC, previewX, previewY, previewWidth, previewHeight, previewDC, 0, 0,
            SRCCOPY);

@@ -27,6 +27,13 @@ void createPixelSurface(HDC& dc, HDC referenceDC, HBITMAP& bitmap, int w, int h,
     createPair(dc, referenceDC, bitmap, w, h, replace, gdi::createSurfaceBitmap);
 }
 
+void replaceMemoryDC(HDC& dc, HBITMAP& bitmap, HDC newDC, HBITMAP newBitmap)
+{
+    deleteMemoryDC(dc, bitmap);
+    dc = newDC;
+    bitmap = newBitmap;
+}
+
 void deleteMemoryDC(HDC& dc, HBITMAP& bitmap)
 {
     // The DC goes first so that the bitmap is no longer selected when it is deleted.

@@ -12,3 +12,5 @@ void createPixelSurface(HDC& dc, HDC referenceDC, HBITMAP& bitmap, int w, int h,
 
 // Deletes whichever handle is not null and nulls it.
 void deleteMemoryDC(HDC& dc, HBITMAP& bitmap);
+// Deletes the pair held and takes the one made in its place.
+void replaceMemoryDC(HDC& dc, HBITMAP& bitmap, HDC newDC, HBITMAP newBitmap);

@@ -57,6 +57,19 @@ HWND Tray::createWindow(int x, int y, int w, int h, HWND parent, HINSTANCE modul
 
 namespace {
 
+// Whether a tray's content may grow to w x h: no wider or taller than a tray may be, and all
+// trays' images together within what they may hold.
+bool mayGrow(const Puzzle& puzzle, const Tray& tray, long long w, long long h)
+{
+    if (w > MaxTrayContentSide || h > MaxTrayContentSide)
+        return false;
+    const long long now =
+        static_cast<long long>(bitmapBytes(tray.contentWidth, tray.contentHeight));
+    const long long grown =
+        static_cast<long long>(bitmapBytes(static_cast<int>(w), static_cast<int>(h)));
+    return puzzle.trayImagesBytes() - now + grown <= MaxTrayImagesBytes;
+}
+
 void retarget(Puzzle& puzzle, const Tray& tray)
 {
     for (const IndexNode* node = tray.pieces.head; node; node = node->next)
@@ -82,9 +95,7 @@ bool Tray::growImage(int w, int h)
     }
     BitBlt(grown, 0, 0, newWidth, newHeight, nullptr, 0, 0, WHITENESS);
     BitBlt(grown, 0, 0, contentWidth, contentHeight, imageDC, 0, 0, SRCCOPY);
-    deleteMemoryDC(imageDC, imageBitmap);
-    imageDC = grown;
-    imageBitmap = grownBitmap;
+    replaceMemoryDC(imageDC, imageBitmap, grown, grownBitmap);
     contentWidth = newWidth;
     contentHeight = newHeight;
     return true;
@@ -262,13 +273,7 @@ bool Puzzle::makeRoomInTray(int trayId, const RECT& box)
     if (newWidth == tray.contentWidth && newHeight == tray.contentHeight &&
         box.left >= tray.contentLeft && box.top >= tray.contentTop)
         return true;
-    const long long others =
-        trayImagesBytes() -
-        static_cast<long long>(bitmapBytes(tray.contentWidth, tray.contentHeight));
-    if (newWidth > MaxTrayContentSide || newHeight > MaxTrayContentSide ||
-        others + static_cast<long long>(
-                     bitmapBytes(static_cast<int>(newWidth), static_cast<int>(newHeight))) >
-            static_cast<long long>(MaxTrayImagesBytes))
+    if (!mayGrow(*this, tray, newWidth, newHeight))
         return false;
     HDC oldImage = tray.imageDC;
     if (!tray.growImage(static_cast<int>(newWidth), static_cast<int>(newHeight)))

@@ -32,7 +32,8 @@ int main(int argc, char** argv)
     rectangular.header.shapeMode = 1;
     save(puzzles + "/rectangular.fpp", encodePuzzleFile(rectangular));
     save(puzzles + "/tag-only.fpp", encodePuzzleFile(PuzzleFileContents()));
-    save(puzzles + "/recovery.fpr", encodeRecoveryFile({"C:\\My puzzles\\cat.fpp", samples::puzzle(true)}));
+    save(puzzles + "/recovery.fpr",
+         encodeRecoveryFile({"C:\\My puzzles\\cat.fpp", samples::puzzle(true)}));
     save(collections + "/two.fpc", encodeCollectionFile(samples::collection()));
     save(collections + "/empty.fpc", encodeCollectionFile({}));
     return 0;
