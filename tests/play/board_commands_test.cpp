@@ -8,6 +8,7 @@
 #include "app/history.h"
 #include "model/gdi_objects.h"
 #include "model/puzzle.h"
+#include "play/piece_group.h"
 #include "play/tray.h"
 #include "resources/resource.h"
 #include "tests/support/game.h"
@@ -83,6 +84,8 @@ TEST_F(BoardCommands, ShowHiddenPiecesPutsSetPiecesUnderAndBringsBackWhatLiesOut
     EXPECT_EQ(6, thePuzzle.zOrder[0]);  // the set ones lowest, the higher index lowest
     EXPECT_EQ(5, thePuzzle.zOrder[1]);
     EXPECT_EQ(free, std::vector<int>(thePuzzle.zOrder + 2, thePuzzle.zOrder + 12));
+    for (int z = 0; z < thePuzzle.pieceCount; ++z)
+        EXPECT_EQ(z, thePuzzle.pieces[thePuzzle.zOrder[z]].zIndex);
     const RECT view = thePuzzle.boardView();
     RECT box = thePuzzle.pieces[9].getBounds(true, false, false), shown;
     EXPECT_TRUE(IntersectRect(&shown, &box, &view));
@@ -121,6 +124,7 @@ TEST_F(BoardCommands, AShrunkWindowBringsLooseItemsBackAndAGrownOneShowsADrawnBo
     game::place(2, 850, 600);
     game::place(3, 60, 200);
     const POINT stays{thePuzzle.pieces[3].x, thePuzzle.pieces[3].y};
+    const POINT inTray{thePuzzle.pieces[7].x, thePuzzle.pieces[7].y};
     HWND window = game::window();
     RECT full;
     GetWindowRect(window, &full);
@@ -134,6 +138,10 @@ TEST_F(BoardCommands, AShrunkWindowBringsLooseItemsBackAndAGrownOneShowsADrawnBo
     }
     EXPECT_EQ(100, thePuzzle.pieces[1].x - thePuzzle.pieces[0].x);  // the group moved whole
     EXPECT_TRUE(samePlace(stays, POINT{thePuzzle.pieces[3].x, thePuzzle.pieces[3].y}));
+    EXPECT_TRUE(samePlace(inTray, POINT{thePuzzle.pieces[7].x, thePuzzle.pieces[7].y}));
+    // Narrower than the group, the view shows the group's top-left.
+    SetWindowPos(window, nullptr, 0, 0, 160, 420, SWP_NOZORDER | SWP_NOMOVE | SWP_NOACTIVATE);
+    EXPECT_EQ(thePuzzle.boardView().left, thePuzzle.firstGroup->x);
     SetWindowPos(window, nullptr, 0, 0, full.right - full.left, full.bottom - full.top,
                  SWP_NOZORDER | SWP_NOMOVE | SWP_NOACTIVATE);
     game::carry(2, appState.boardImageWidth - 120, 500);

@@ -15,16 +15,10 @@
 
 namespace {
 
-// A 400 x 300 puzzle of 8 x 6 pieces of 50 x 50, every free piece piled far away.
 class Carrying : public ::testing::Test {
 protected:
     static constexpr int X = 680, Y = 440;
-    void SetUp() override
-    {
-        game::make(400, 300, 8, 6);
-        for (int p = 0; p < thePuzzle.pieceCount; ++p)
-            game::place(p, 20, 560);
-    }
+    void SetUp() override { game::table(); }
     void TearDown() override { game::end(); }
     static Tray& newTray()
     {
@@ -199,6 +193,10 @@ TEST_F(Carrying, ATrayGrowsForWhatSticksOutAndScrollsToIt)
     EXPECT_EQ(tray.contentWidth - view, tray.scrollX);                          // stops at the end
     ScrollView(tray.window, tray.scrollX, SB_THUMBTRACK, SB_HORZ, tray.id, 0);  // nothing moves
     EXPECT_EQ(before - tray.scrollX, piece.x);
+    // Scrolled, the content grows from where the view shows it.
+    game::carryInto(11, tray.window, view - 10, 100);
+    const Piece& right = thePuzzle.pieces[11];
+    EXPECT_EQ(tray.scrollX + right.x + right.width, tray.contentWidth);
     ScrollView(tray.window, tray.scrollX, SB_TOP, SB_HORZ, tray.id, 0);
     EXPECT_EQ(before, piece.x);
 
@@ -222,5 +220,5 @@ TEST_F(Carrying, ATrayGrowsForWhatSticksOutAndScrollsToIt)
               game::answering([&] { game::dropIn(tray.window, 5, 5); }));
     EXPECT_TRUE(dragState.dragging);
     EXPECT_EQ(0, thePuzzle.pieces[20].trayId);
-    EXPECT_EQ(2, tray.pieces.count);
+    EXPECT_EQ(3, tray.pieces.count);  // 9, 11 and 17 as they were
 }

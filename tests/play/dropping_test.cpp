@@ -8,17 +8,12 @@
 
 namespace {
 
-// A 400 x 300 puzzle of 8 x 6 pieces of 50 x 50 (knobs of 6), every free piece piled in the
-// bottom-left corner, far from every home and from the table at (X, Y).
 class Dropping : public ::testing::Test {
 protected:
     static constexpr int X = 680, Y = 440;
-    void SetUp() override
-    {
-        game::make(400, 300, 8, 6);
-        for (int p = 0; p < thePuzzle.pieceCount; ++p)
-            game::place(p, 20, 560);
-    }
+    // Piece 18 of this cut has a socket on every side, and each neighbour dropped against it
+    // a tab on the side it is measured from as well: every tab takes part in a snap.
+    void SetUp() override { game::table(1); }
     void TearDown() override { game::end(); }
     // The cell of p at home, in main-window coordinates.
     static POINT home(int p)
@@ -33,10 +28,10 @@ protected:
 
 TEST_F(Dropping, APieceJoinsANeighbourOnEverySideWithinFourPixels)
 {
-    // Piece 9 rests at the table; each neighbour is dropped where it belongs, off by (dx, dy).
+    // Piece 18 rests at the table; each neighbour is dropped where it belongs, off by (dx, dy).
     const struct {
         int neighbour, cellX, cellY;
-    } sides[] = {{1, 0, -50}, {17, 0, 50}, {8, -50, 0}, {10, 50, 0}};
+    } sides[] = {{10, 0, -50}, {26, 0, 50}, {17, -50, 0}, {19, 50, 0}};
     const struct {
         int dx, dy;
     } offsets[] = {{4, 0}, {0, -4}, {-4, 4}, {5, 0}, {0, 5}, {-5, -1}, {3, -5}};
@@ -45,15 +40,15 @@ TEST_F(Dropping, APieceJoinsANeighbourOnEverySideWithinFourPixels)
             SCOPED_TRACE(testing::Message() << "neighbour " << side.neighbour << " off by "
                                             << off.dx << "," << off.dy);
             SetUp();
-            game::place(9, X, Y);
+            game::place(18, X, Y);
             game::carry(side.neighbour, X + side.cellX + off.dx, Y + side.cellY + off.dy);
             const bool within = std::abs(off.dx) <= 4 && std::abs(off.dy) <= 4;
-            ASSERT_EQ(within, game::joined(9, side.neighbour));
+            ASSERT_EQ(within, game::joined(18, side.neighbour));
             // Snapped, the cells meet without gap or overlap; else it lies where dropped.
             const RECT at = game::cell(side.neighbour);
             EXPECT_EQ(X + side.cellX + (within ? 0 : off.dx), at.left);
             EXPECT_EQ(Y + side.cellY + (within ? 0 : off.dy), at.top);
-            EXPECT_EQ(X, game::cell(9).left);  // the resting piece stays
+            EXPECT_EQ(X, game::cell(18).left);  // the resting piece stays
         }
     }
 }
@@ -131,15 +126,17 @@ TEST_F(Dropping, APieceOrGroupWithinFourPixelsOfHomeIsSetThere)
     EXPECT_EQ(0, thePuzzle.groupCount);
 }
 
-TEST_F(Dropping, APieceDroppedAgainstASetNeighbourIsSetNotJoined)
+TEST_F(Dropping, NearHomeAPieceIsSetRatherThanJoined)
 {
+    // 10 lies free where it belongs: 9 dropped near home could join it, and is set instead.
+    const POINT home10 = home(10);
+    game::place(10, home10.x, home10.y);
     const POINT at = home(9);
-    game::carry(9, at.x, at.y);
-    ASSERT_TRUE(thePuzzle.pieces[9].isSet);
-    const POINT right = home(10);
-    game::carry(10, right.x + 2, right.y - 1);
-    EXPECT_TRUE(thePuzzle.pieces[10].isSet);
+    game::carry(9, at.x + 2, at.y - 1);
+    EXPECT_TRUE(thePuzzle.pieces[9].isSet);
     EXPECT_EQ(0, thePuzzle.groupCount);
     // Between two set neighbours no line is left: the board is what a repaint draws.
+    game::carry(10, home10.x - 1, home10.y + 2);
+    EXPECT_TRUE(thePuzzle.pieces[10].isSet);
     EXPECT_TRUE(game::boardAsRepainted());
 }

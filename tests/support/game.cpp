@@ -188,6 +188,13 @@ void make(int w, int h, int columns, int rows, unsigned seed, int shapeMode,
     thePuzzle.makePuzzle(inputs);
 }
 
+void table(unsigned seed)
+{
+    make(400, 300, 8, 6, seed);
+    for (int p = 0; p < thePuzzle.pieceCount; ++p)
+        place(p, 20, 560);
+}
+
 void end()
 {
     endDragInPlace();

@@ -33,6 +33,10 @@ const std::string& firstStartSettings();
 // Shows the picture and makes a w x h puzzle of columns x rows pieces with a fixed seed.
 void make(int w, int h, int columns, int rows, unsigned seed = 5, int shapeMode = Knobbed,
           const char* pictureName = Pattern);
+// The table most play tests start from: a 400 x 300 puzzle of 8 x 6 pieces of 50 x 50
+// (knobs of 6), every free piece piled in the bottom-left corner, far from every home and
+// from the table around (680, 440).
+void table(unsigned seed = 5);
 // Ends any carry and clears the puzzle, its file name and its unsaved changes.
 void end();
 // Runs a menu command as the menu does.
