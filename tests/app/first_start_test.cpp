@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 #include <sstream>
 
+#include "app/history.h"
 #include "app/settings.h"
 #include "files/file_prompt.h"
 #include "tests/app/scenario.h"
@@ -70,4 +72,35 @@ TEST_F(Options, CommandsStoreTheChoiceAtOnce)
         EXPECT_EQ(c.stored, game::setting("Options", c.name)) << c.command;
     }
     EXPECT_TRUE(checked(IDM_ADVANCED_INTERFACE) && !checked(IDM_SIMPLE_INTERFACE));
+}
+
+TEST_F(Options, TheNextStartBringsBackWhatTheLastOneLeft)
+{
+    const std::string collection = scenario::openThree();
+    game::command(IDM_SET_DEFAULT);
+    game::command(IDM_DRAW_OUTLINE);      // off
+    game::command(IDM_DRAW_SET_OUTLINE);  // on
+    AddRecent(appState.recent[RecentPuzzles], "C:\\kept.fpp", RecentPuzzles);
+    strcpy(appState.puzzleFolder, "C:\\Puzzles");
+    // Without an interface stored, one with a default collection starts in the simple one.
+    game::restart({}, [] {
+        char* options = NewSettingsKey("\\Options");
+        HKEY key = nullptr;
+        RegOpenKeyExA(HKEY_CURRENT_USER, options, 0, KEY_SET_VALUE, &key);
+        RegDeleteValueA(key, "Interface Type");
+        RegCloseKey(key);
+        free(options);
+    });
+    EXPECT_FALSE(appState.drawOutline);
+    EXPECT_TRUE(appState.drawSetOutline && checked(IDM_DRAW_SET_OUTLINE));
+    EXPECT_STREQ("C:\\kept.fpp", appState.recent[RecentPuzzles].entries[0]);
+    EXPECT_STREQ("C:\\Puzzles", appState.puzzleFolder);
+    EXPECT_TRUE(appState.collectionOpen);
+    EXPECT_STREQ(collection.c_str(), theCollection.path);
+    EXPECT_EQ(SimpleInterface, appState.interfaceType);
+
+    game::command(IDM_RESET_DEFAULT);
+    game::command(IDM_DRAW_OUTLINE);
+    game::command(IDM_DRAW_SET_OUTLINE);
+    strcpy(appState.puzzleFolder, (game::folder() + "\\Puz").c_str());
 }

@@ -81,27 +81,26 @@ TEST_F(Recovery, ASaveAnOpenOrACleanExitRemovesIt)
     }
 }
 
-TEST_F(Recovery, OfferedBackYesRestoresThePuzzleExactlyAndNoDiscardsIt)
+TEST_F(Recovery, AfterASuddenEndTheNextStartOffersItBackYesRestoresItAndNoDiscardsIt)
 {
     play();
     ASSERT_TRUE(AutosaveNow());
     const std::vector<uint8_t> played = game::kept(false);
     const Snapshot board = game::board();
-
-    // As after a sudden end: the file the last run left, another board, and the offer.
     const std::string aside = kept + ".aside";
+    const auto suddenEnd = [&] { ASSERT_TRUE(CopyFileA(aside.c_str(), kept.c_str(), FALSE)); };
     ASSERT_TRUE(CopyFileA(kept.c_str(), aside.c_str(), FALSE));
-    game::make(300, 200, 3, 2);
-    ASSERT_TRUE(MoveFileExA(aside.c_str(), kept.c_str(), MOVEFILE_REPLACE_EXISTING));
+
     EXPECT_EQ("Restore puzzle: ToviraPuzzle ended without closing while a puzzle was in "
               "play.\n\nDo you want to restore the puzzle as it was?\n",
-              game::answering(OfferRecovery, {"yes"}));
+              game::restart({"yes"}, suddenEnd));
     EXPECT_EQ(played, game::kept(false));
     EXPECT_TRUE(board == game::board());
     EXPECT_EQ(player, thePuzzle.puzzlePath);  // the next save goes to the player's file
     EXPECT_TRUE(HasUnsavedChanges());
 
-    game::answering(OfferRecovery, {"no"});
+    game::restart({"no"}, suddenEnd);
+    EXPECT_FALSE(thePuzzle.made);
     EXPECT_FALSE(exists(kept));
-    EXPECT_EQ(played, game::kept(false));  // No touches nothing on the board
+    DeleteFileA(aside.c_str());
 }

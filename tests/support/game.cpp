@@ -95,6 +95,10 @@ std::string answering(const std::function<void()>& action, std::vector<std::stri
         if (dialog == last)
             return;  // answered, not closed yet
         last = dialog;
+        if (GetDlgItem(dialog, IDC_LANGUAGE_ENGLISH)) {  // shown at every start: its default
+            PostMessageA(dialog, WM_COMMAND, IDC_LANGUAGE_OK, 0);
+            return;
+        }
         const std::string answer = next < answers.size() ? answers[next++] : "ok";
         if (GetDlgItem(dialog, FileNameBox)) {
             const bool typed = buttonOf(answer) == IDOK && answer != "ok";
@@ -121,24 +125,55 @@ std::string answering(const std::function<void()>& action, std::vector<std::stri
     return said;
 }
 
+namespace {
+
+HWND programWindow = nullptr;
+
+// Creates the main window, running the real start-up sequence; the dialogs it shows after
+// the language (a recovery offer, a missing picture) are answered as given.
+std::string start(std::vector<std::string> answers)
+{
+    const std::string said = answering(
+        [&] {
+            programWindow = CreateMainWindow(appState.instance);
+            // What start-up posts for after the window is up, as the message loop runs it.
+            MSG message;
+            while (PeekMessageA(&message, programWindow, WM_APP, WM_APP + 100, PM_REMOVE))
+                DispatchMessageA(&message);
+        },
+        std::move(answers));
+    appState.soundOn = false;  // tests are quiet
+    return said;
+}
+
+}  // namespace
+
 HWND window()
 {
-    static HWND main = nullptr;
-    if (main)
-        return main;
+    if (programWindow)
+        return programWindow;
     // A first start: no settings, a working folder of its own, the language dialog shown.
     for (const char* leaf : {"\\Options", "\\History", ""})
         RegDeleteKeyA(HKEY_CURRENT_USER, (std::string(SettingsKey) + leaf).c_str());
     startFolder = freshFolder();
     SetCurrentDirectoryA(startFolder.c_str());
-    HINSTANCE instance = GetModuleHandleA(nullptr);
-    appState.instance = instance;
+    appState.instance = GetModuleHandleA(nullptr);
     RedirectSettings(SettingsKey);
-    RegisterWindowClasses(instance);
-    answering([&] { main = CreateMainWindow(instance); });
-    appState.soundOn = false;  // tests are quiet
+    RegisterWindowClasses(appState.instance);
+    start({});
     firstStart = valuesOf("Options") + valuesOf("History");
-    return main;
+    return programWindow;
+}
+
+std::string restart(std::vector<std::string> answers, const std::function<void()>& between)
+{
+    window();
+    DestroyWindow(programWindow);  // the real shutdown, as a clean exit runs it
+    MSG quit;
+    PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+    if (between)
+        between();
+    return start(std::move(answers));
 }
 
 const std::string& firstStartSettings()

@@ -21,6 +21,12 @@ constexpr const char* Pattern = "pattern.bmp";
 // Creates the main window on first use, running the real start-up sequence in a new, empty
 // working folder.
 HWND window();
+// Closes the main window as a clean exit does and starts the program again in the same
+// folder, answering the dialogs of the start (as answering does); between the two runs
+// whatever is given, as if the program had ended some other way. Returns what the start's
+// messages said.
+std::string restart(std::vector<std::string> answers = {},
+                    const std::function<void()>& between = nullptr);
 // The working folder the program started in.
 std::string folder();
 std::string picture(const char* name);
