@@ -12,10 +12,7 @@
 
 namespace {
 
-bool exists(const std::string& path)
-{
-    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
+using game::exists;
 
 class Recovery : public ::testing::Test {
 protected:

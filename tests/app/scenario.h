@@ -54,10 +54,7 @@ inline std::string writeCollection(const char* name,
     for (auto& e : entries)
         e.picturePath = game::picture(e.picturePath.c_str());
     const std::string path = game::folder() + "\\Col\\" + name;
-    const auto bytes = fileformat::encodeCollectionFile(entries);
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(bytes.data()),
-               static_cast<std::streamsize>(bytes.size()));
+    game::write(path, fileformat::encodeCollectionFile(entries));
     return path;
 }
 

@@ -166,25 +166,3 @@ TEST_F(Shell, SpanishTextsReachTheMenusAndTheMessages)
     }
     DeleteFileA(text.c_str());
 }
-
-TEST_F(Shell, TipsComeAfterASecondThenSoonerAndAClickHidesThem)
-{
-    // A pointer over a button from the board, then over the next: "milliseconds text".
-    auto tipOver = [](int button) {
-        SendMessageA(GetDlgItem(appState.toolbar, button), WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
-        const DWORD start = GetTickCount();
-        for (MSG message; !appState.tip.visible && GetTickCount() - start < 3000; Sleep(5)) {
-            while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
-                DispatchMessageA(&message);
-        }
-        char text[64];
-        GetWindowTextA(appState.tipWindow, text, sizeof text);
-        return std::make_pair(GetTickCount() - start, std::string(text));
-    };
-    SendMessageA(game::window(), WM_MOUSEMOVE, 0, MAKELPARAM(500, 500));
-    const auto first = tipOver(IDT_OPEN_IMAGE), next = tipOver(IDT_HELP);
-    EXPECT_TRUE(first.first >= 900 && first.second == "Open Image") << first.first << first.second;
-    EXPECT_TRUE(next.first >= 150 && next.first < 600 && next.second == "Help") << next.first;
-    SendMessageA(appState.toolbar, WM_COMMAND, IDT_NEW_COLLECTION, 0);  // a click
-    EXPECT_FALSE(appState.tip.visible || appState.tip.quick);
-}

@@ -41,11 +41,9 @@ def wait_for(predicate, timeout=30.0, what="condition"):
 def focus(windows):
     """Waits for one of the windows to have the keyboard; without a window manager nothing
     hands it over at times (and keys sent before are lost), so then it is given."""
-    def focused():
-        return xdotool("getwindowfocus").strip() in windows
     for attempt in range(2):
         try:
-            return wait_for(focused, 2.0 - attempt, "the focus")
+            return wait_for(lambda: xdotool("getwindowfocus").strip() in windows, 2.0 - attempt)
         except AssertionError:
             xdotool("windowfocus", windows[0])
     return False
@@ -107,9 +105,8 @@ class Screen:
 
     def box_of(self, colour, region):
         """The box of a colour's pixels in region, to within the two pixels sampled."""
-        found = self.where(lambda x, y: self.pixel(x, y) == colour, region)
-        xs, ys = [p[0] for p in found], [p[1] for p in found]
-        return (min(xs), min(ys), max(xs) + 1, max(ys) + 1) if found else None
+        xs, ys = zip(*self.where(lambda x, y: self.pixel(x, y) == colour, region))
+        return (min(xs), min(ys), max(xs) + 1, max(ys) + 1)
 
 
 class Game:
@@ -125,7 +122,8 @@ class Game:
         if not keep_settings:
             run(WINE, "reg", "delete", ROOT_KEY, "/f")
             if not language_dialog:
-                self.set_setting("Options", "SupLangDlg", "1")
+                run(WINE, "reg", "add", SETTINGS_KEY + "Options", "/v", "SupLangDlg", "/t",
+                    "REG_SZ", "/d", "1", "/f")
         self.log = open(os.path.join(self.folder, "wine.log"), "a")
         self.process = subprocess.Popen([WINE, exe], cwd=self.folder, stdout=self.log,
                                         stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)
@@ -139,10 +137,6 @@ class Game:
     def wait_for_main_window(self, title=TITLE):
         self.window = self.dialog(title, 60)
 
-    def set_setting(self, leaf, name, value):
-        run(WINE, "reg", "add", SETTINGS_KEY + leaf, "/v", name, "/t", "REG_SZ", "/d", value,
-            "/f")
-
     def setting(self, leaf, name):
         """A value under the program's registry key, or None."""
         out = run(WINE, "reg", "query", SETTINGS_KEY + leaf, "/v", name)
@@ -150,25 +144,19 @@ class Game:
         return match.group(1).strip() if match else None
 
     def geometry(self):
+        """The client area's top-left on the screen, and its size: the frame, caption and menu
+        bar of this Wine setup take 4 pixels left, 42 above, 4 right and 4 below."""
         out = xdotool("getwindowgeometry", self.window)
-        return [int(v) for v in re.search(r"Position: (-?\d+),(-?\d+)", out).groups() +
-                re.search(r"Geometry: (\d+)x(\d+)", out).groups()]
+        x, y, w, h = [int(v) for v in re.search(r"Position: (-?\d+),(-?\d+)", out).groups() +
+                      re.search(r"Geometry: (\d+)x(\d+)", out).groups()]
+        return x + 4, y + 42, w - 8, h - 46
 
     def at(self, x, y):
-        """Where client point (x, y) of the main window shows on the screen: the frame, caption
-        and menu bar of this Wine setup take 4 pixels left, 42 above, 4 right and 4 below."""
-        wx, wy, _, _ = self.geometry()
-        return x + wx + 4, y + wy + 42
-
-    def client_size(self):
-        _, _, w, h = self.geometry()
-        return w - 8, h - 46
+        """Where client point (x, y) of the main window shows on the screen."""
+        return x + self.geometry()[0], y + self.geometry()[1]
 
     def key(self, *keys, pause=0.3):
         press(*keys, pause=pause)
-
-    def type(self, text):
-        xdotool("type", "--delay", 20, text)
 
     def click(self, x, y, pause=0.3):
         click(x, y, pause)
@@ -181,10 +169,6 @@ class Game:
                     start[1] + (end[1] - start[1]) * i // steps)
             time.sleep(0.05)
         self.click(*end, pause=0.6)
-
-    def move(self, x, y):
-        xdotool("mousemove", x, y)
-        time.sleep(0.2)
 
     def menu(self, mnemonic, item):
         self.key("alt+" + mnemonic, item)
@@ -203,15 +187,14 @@ class Game:
 
     def answer_file_dialog(self, title, path):
         self.dialog(title)
-        self.type(windows_path(path))
+        xdotool("type", "--delay", 20, windows_path(path))
         self.key("Return", pause=1.0)
 
     def answer_size_dialog(self, title, first, second):
         self.dialog(title)
-        self.key("ctrl+a")
-        self.type(first)
-        self.key("Tab", "ctrl+a")
-        self.type(second)
+        for keys, value in ((["ctrl+a"], first), (["Tab", "ctrl+a"], second)):
+            self.key(*keys)
+            xdotool("type", "--delay", 20, value)
         self.key("Return", pause=0.8)
 
     def open_image(self, path, width, height, columns, rows):
@@ -224,13 +207,13 @@ class Game:
         self.menu("p", "p")
         self.answer_file_dialog("Open", path)
 
-    def save_as(self, path):
-        self.menu("p", "a")
-        self.answer_file_dialog("Save As", path)
-
     def save(self):
         self.menu("p", "s")
         time.sleep(0.5)
+
+    def save_as(self, path):
+        self.menu("p", "a")
+        self.answer_file_dialog("Save As", path)
 
     def resize_by(self, dx, dy):
         """Sizes the window with the system menu's Size and the arrow keys, 8 pixels a key:

@@ -57,7 +57,7 @@ try:
     game.resize_by(-336, -224)
     fpp = os.path.join(base, "limits.fpp")  # the long folder leaves no room for a name
     game.save_as(fpp)
-    assert not out_of_reach(fpp, game.client_size()), "a piece is out of reach"
+    assert not out_of_reach(fpp, game.geometry()[2:]), "a piece is out of reach"
     game.resize_by(336, 224)
     grown = Screen(os.path.join(shots, "limits-grown.png"))
     game.key("alt+o", "d", pause=0.5)  # outlines off and on: the board drawn from scratch

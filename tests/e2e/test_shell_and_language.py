@@ -7,7 +7,7 @@ import os
 import sys
 import time
 
-from game import Game, Screen, wait_for, windows_named
+from game import Game, Screen, wait_for, windows_named, xdotool
 
 exe, shots = sys.argv[1:3]
 SPANISH = "Convierta sus imágenes favoritas en puzzles"
@@ -83,7 +83,7 @@ try:
     assert icons(Screen(os.path.join(shots, "toolbar-simple.png")), SIMPLE)
     game.key("alt+o", "a", pause=0.8)  # back to the advanced one
     x, y = centre(1000, ADVANCED)
-    game.move(x, y)
+    xdotool("mousemove", x, y)
     first = tip_after(x)
     assert 0.7 < first < 2.5, f"the first tip came after {first:.2f} s"
     game.key("alt+o", "i")  # Reactivar Pantalla &Idioma

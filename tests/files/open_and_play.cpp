@@ -59,66 +59,47 @@ PuzzleFileContents played(int columns, int rows, int shape, bool trays)
 
 void mutate(PuzzleFileContents& c)
 {
-    const int changes = 1 + pick(3);
-    for (int i = 0; i < changes; ++i) {
+    for (int i = 1 + pick(3); i > 0; --i) {
         PieceRecord& piece = c.pieces[pick(static_cast<int>(c.pieces.size()))];
-        switch (pick(14)) {
+        int32_t* fields[] = {&piece.x,      &piece.y,          &piece.groupId,
+                             &piece.zIndex, &c.header.originX, &c.header.lastTrayId};
+        switch (pick(9)) {
         case 0:
-            piece.x = changed(piece.x);
+            *fields[pick(6)] = changed(*fields[pick(6)]);
             break;
         case 1:
-            piece.y = changed(piece.y);
+            (pick(2) ? piece.isGrouped : piece.isSet) ^= 1;
             break;
         case 2:
-            piece.isGrouped ^= 1;
+            (pick(2) ? piece.trayId : piece.knobLeft) = pick(3 + pick(2));
             break;
         case 3:
-            piece.groupId = changed(piece.groupId);
-            break;
-        case 4:
-            piece.trayId = pick(3);
-            break;
-        case 5:
-            piece.isSet ^= 1;
-            break;
-        case 6:
-            piece.zIndex = changed(piece.zIndex);
-            break;
-        case 7:
-            piece.knobLeft = pick(4);
-            break;
-        case 8:
-            c.header.originX = changed(c.header.originX);
-            break;
-        case 9:
             if (!c.trays.empty()) {
                 TrayRecord& tray = c.trays[pick(static_cast<int>(c.trays.size()))];
-                int32_t* fields[] = {&tray.id,        &tray.left,       &tray.top,
-                                     &tray.viewWidth, &tray.viewHeight, &tray.placement[pick(11)]};
-                *fields[pick(6)] = changed(*fields[pick(6)]);
+                int32_t* field[] = {&tray.id,        &tray.left,       &tray.top,
+                                    &tray.viewWidth, &tray.viewHeight, &tray.placement[pick(11)]};
+                *field[pick(6)] = changed(*field[pick(6)]);
             }
             break;
-        case 10:
+        case 4:
             if (!c.groups.empty())
                 c.groups[pick(static_cast<int>(c.groups.size()))].id = changed(1);
             break;
-        case 11:
-            c.header.lastTrayId = changed(c.header.lastTrayId);
-            break;
-        case 12: {  // a group member carried off alone
-            const int dx = changed(0);
+        case 5:  // a group member carried off alone
             for (PieceRecord& member : c.pieces) {
                 if (member.isGrouped && member.groupId == piece.groupId && pick(2)) {
-                    member.x += dx;
+                    member.x += changed(0);
                     break;
                 }
             }
             break;
-        }
-        default: {
+        case 6: {
             const char* paths[] = {"Z:\\no such folder\\gone.bmp", "C:\\windows\\win.ini", ""};
             c.picturePath = paths[pick(3)];
+            break;
         }
+        default:
+            *fields[pick(2)] = changed(*fields[pick(2)]);  // most often a place
         }
     }
 }
@@ -126,23 +107,17 @@ void mutate(PuzzleFileContents& c)
 // Changes a few bytes where counts, lengths and the version tag lie, or cuts the file.
 void damage(std::vector<uint8_t>& bytes)
 {
-    switch (pick(4)) {
-    case 0:
+    const size_t at = VersionTagSize + 4 * (4 + pick(8));  // counts, ids, cut, path
+    const int32_t value = changed(0);
+    const int how = pick(4);
+    if (how == 0)
         bytes[pick(7)] ^= 1 << pick(8);
-        break;
-    case 1:
+    else if (how == 1)
         bytes.resize(pick(static_cast<int>(bytes.size())));
-        break;
-    case 2:
+    else if (how == 2)
         bytes.push_back(static_cast<uint8_t>(pick(256)));
-        break;
-    default: {
-        const size_t at = VersionTagSize + 4 * (4 + pick(8));  // counts, ids, cut, path
-        const int32_t value = changed(0);
-        if (at + 4 <= bytes.size())
-            memcpy(bytes.data() + at, &value, 4);
-    }
-    }
+    else if (at + 4 <= bytes.size())
+        memcpy(bytes.data() + at, &value, 4);
 }
 
 // Plays on what was opened: a piece carried, a join tried, a group carried, a tray opened

@@ -2,9 +2,6 @@
 // screen or naming a picture that moved; saves that fail, or that a killed save preceded.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-
 #include "app/app_state.h"
 #include "files/file_io.h"
 #include "files/puzzle_file.h"
@@ -14,26 +11,9 @@
 #include "tests/support/game.h"
 
 using namespace fileformat;
+using game::bytesOf, game::exists, game::write;
 
 namespace {
-
-std::vector<uint8_t> bytesOf(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return std::vector<uint8_t>(std::istreambuf_iterator<char>(file), {});
-}
-
-void write(const std::string& path, const std::vector<uint8_t>& bytes)
-{
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(bytes.data()),
-               static_cast<std::streamsize>(bytes.size()));
-}
-
-bool exists(const std::string& path)
-{
-    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
 
 class Saving : public ::testing::Test {
 protected:

@@ -155,22 +155,6 @@ TEST_F(Painting, AnyPartRepaintsAsDrawingEveryPieceBackToFront)
     }
 }
 
-TEST_F(Painting, ThePatternToggledTwiceLeavesTheBoardAsItWas)
-{
-    scene(true, false);
-    const Snapshot before = game::board();
-    game::command(IDM_PATTERN);
-    const Snapshot shown = game::board();
-    // Every piece's outline at home: the inner corners of the cells turn black.
-    for (int corner = 17; corner < 16 * 9; corner += 17) {
-        const int x = thePuzzle.originX + corner % 16 * 64,
-                  y = thePuzzle.originY + corner / 16 * 64;
-        EXPECT_TRUE(before.at(x, y) == White && shown.at(x, y) == Black) << corner;
-    }
-    game::command(IDM_PATTERN);
-    EXPECT_EQ(0, before.differences(game::board()));
-}
-
 TEST_F(Painting, ThePreviewShowsOverThePuzzleAreasFrame)
 {
     // A puzzle area whose left edge runs down through the preview, as a file may place it.

@@ -8,19 +8,13 @@ namespace {
 long countdown = -1;  // allocations left before the one that fails; -1: none fails
 bool reached = false;
 
-bool failsNow()
-{
-    if (countdown < 0)
-        return false;
-    if (countdown-- > 0)
-        return false;
-    reached = true;
-    return true;
-}
-
 void* allocate(std::size_t size)
 {
-    return failsNow() ? nullptr : std::malloc(size ? size : 1);
+    if (countdown >= 0 && countdown-- == 0) {
+        reached = true;
+        return nullptr;
+    }
+    return std::malloc(size ? size : 1);
 }
 
 }  // namespace
@@ -63,6 +57,7 @@ void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
     return allocate(size);
 }
 
+// Every delete frees what malloc gave.
 void operator delete(void* p) noexcept
 {
     std::free(p);

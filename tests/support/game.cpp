@@ -1,6 +1,8 @@
 #include "tests/support/game.h"
 
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 
 #include "app/app_state.h"
 #include "app/autosave.h"
@@ -189,6 +191,24 @@ std::string folder()
 {
     window();
     return startFolder;
+}
+
+std::vector<std::uint8_t> bytesOf(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return std::vector<std::uint8_t>(std::istreambuf_iterator<char>(file), {});
+}
+
+void write(const std::string& path, const std::vector<std::uint8_t>& bytes)
+{
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()),
+               static_cast<std::streamsize>(bytes.size()));
+}
+
+bool exists(const std::string& path)
+{
+    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 std::string picture(const char* name)

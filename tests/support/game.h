@@ -29,6 +29,10 @@ std::string restart(std::vector<std::string> answers = {},
                     const std::function<void()>& between = nullptr);
 // The working folder the program started in.
 std::string folder();
+// A file's bytes (none when it is missing), written, or whether it is there.
+std::vector<std::uint8_t> bytesOf(const std::string& path);
+void write(const std::string& path, const std::vector<std::uint8_t>& bytes);
+bool exists(const std::string& path);
 std::string picture(const char* name);
 // A registry value under the tests' key ("Options" or "History"); empty when absent.
 std::string setting(const char* leaf, const char* name);

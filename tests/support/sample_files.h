@@ -21,31 +21,18 @@ inline fileformat::PuzzleFileContents puzzle(bool withTrayAndGroup)
     // (top, bottom, right, left) of each piece, matching across the inner sides.
     const int kinds[4][4] = {{0, 1, 2, 0}, {0, 2, 0, 1}, {2, 0, 1, 0}, {1, 0, 0, 2}};
     for (int i = 0; i < 4; ++i) {
-        PieceRecord r;
-        r.x = 20 + 110 * i;
-        r.y = 300 - 7 * i;
-        r.zIndex = (i + 2) % 4;
-        r.knobSize = knob;
-        r.knobTop = kinds[i][0];
-        r.knobBottom = kinds[i][1];
-        r.knobRight = kinds[i][2];
-        r.knobLeft = kinds[i][3];
-        c.pieces.push_back(r);
+        c.pieces.push_back(PieceRecord{20 + 110 * i, 300 - 7 * i, (i + 2) % 4, knob, kinds[i][0],
+                                       kinds[i][1], kinds[i][2], kinds[i][3]});
     }
-    c.pieces[0].isSet = 1;
-    c.pieces[0].x = 204;
-    c.pieces[0].y = 153;
+    c.pieces[0] = PieceRecord{204, 153, 2, knob, 0, 1, 2, 0, 0, 0, 1};  // set at home
     if (withTrayAndGroup) {
         c.header.lastTrayId = 2;
         c.header.lastGroupId = 3;
         c.trays.push_back(
             TrayRecord{2, 5, 180, 100, 400, {44, 0, 1, -1, -1, -1, -1, 0, 140, 110, 560}});
         c.groups.push_back(GroupRecord{3, 10, 20, 200, 90, 2});
-        for (int i : {1, 3}) {
-            c.pieces[i].isGrouped = 1;
-            c.pieces[i].groupId = 3;
-            c.pieces[i].trayId = 2;
-        }
+        for (int i : {1, 3})
+            c.pieces[i].isGrouped = 1, c.pieces[i].groupId = 3, c.pieces[i].trayId = 2;
         // Joined, piece 3 lies below piece 1 as their homes do: 1's left tab puts its home
         // 20 pixels left of its cell, 3's top tab 20 pixels above its own.
         c.pieces[3].x = c.pieces[1].x + 20;
