@@ -11,7 +11,7 @@ import sys
 import tempfile
 import zipfile
 
-from game import TITLE, Screen, click, press, run, wait_for, windows_named
+from game import TITLE, click, focus, press, run, wait_for, windows_named
 
 exe, shots, pictures, arch = sys.argv[1:5]
 root = os.path.abspath(os.path.join(os.path.dirname(__file__), "..", ".."))
@@ -25,27 +25,17 @@ HELP_FILES = [f"ToviraPuzzle{l}.{e}" for l in ("", "Es") for e in ("hlp", "cnt",
 
 
 def registry(key, name):
-    for line in run(wine, "reg", "query", key, "/v", name).splitlines():
-        parts = line.split(None, 2)
-        if len(parts) == 3 and parts[0] == name:
-            return parts[2].strip()
-    return None
+    found = [l.split(None, 2) for l in run(wine, "reg", "query", key, "/v", name).splitlines()]
+    return next((f[2].strip() for f in found if len(f) == 3 and f[0] == name), None)
 
 
 def start_and_check(folder, start):
     """Starts the program, answers the language dialog of a first start, checks its working
     folders in folder, opens its help and exits by the menu."""
     start()
-    try:
-        wait_for(lambda: windows_named("^(Select your language|" + TITLE + ")$"), 120, "it")
-    except AssertionError:
-        Screen(os.path.join(shots, "install-no-program.png"))
-        print(run("ps", "-eo", "pid,etime,args"), open(os.path.join(shots, "install.log")).read())
-        raise
-    if windows_named("^Select your language$"):
-        xdotool_focus = ["xdotool", "search", "--name", "^Select your language$", "windowfocus"]
-        subprocess.run(xdotool_focus, capture_output=True)
-        press("Return")
+    language = wait_for(lambda: windows_named("^Select your language$"), 120, "the program")
+    focus(language)
+    press("Return")
     wait_for(lambda: windows_named("^" + TITLE + "$"), 30, "the main window")
     for name in ("Puz", "Col"):
         assert os.path.isdir(os.path.join(folder, name)), f"no {name} folder in {folder}"

@@ -204,16 +204,11 @@ TEST(RecoveryFileBytes, ThePlayersFileNameThenThePuzzleFile)
     EXPECT_EQ(puzzle, encodePuzzleFile(read.puzzle));
 
     // A cut file, another tag, a path too long, or a puzzle file without a puzzle.
-    std::vector<uint8_t> bad = bytes;
-    bad.pop_back();
-    EXPECT_EQ(Decoded::Malformed, decodeRecoveryFile(bad.data(), bad.size(), read));
-    bad = bytes;
-    bad[0] = 'x';
-    EXPECT_EQ(Decoded::Malformed, decodeRecoveryFile(bad.data(), bad.size(), read));
-    bad = bytes;
-    putInt32(bad, RecoveryTagSize, 300);
-    EXPECT_EQ(Decoded::Malformed, decodeRecoveryFile(bad.data(), bad.size(), read));
     kept.puzzle = PuzzleFileContents();
-    bad = encodeRecoveryFile(kept);
-    EXPECT_EQ(Decoded::Malformed, decodeRecoveryFile(bad.data(), bad.size(), read));
+    std::vector<uint8_t> bad[] = {bytes, bytes, bytes, encodeRecoveryFile(kept)};
+    bad[0].pop_back();
+    bad[1][0] = 'x';
+    putInt32(bad[2], RecoveryTagSize, 300);
+    for (const auto& b : bad)
+        EXPECT_EQ(Decoded::Malformed, decodeRecoveryFile(b.data(), b.size(), read)) << &b - bad;
 }

@@ -129,23 +129,6 @@ TEST_F(Cut, MakeKeepsThePuzzleFileOnlyForTheSamePicture)
     EXPECT_STREQ("", thePuzzle.puzzlePath);
 }
 
-TEST_F(Cut, ScrollBarsShowOnlyForAPuzzleLargerThanTheArea)
-{
-    const int w = appState.areaWidth, h = appState.areaHeight;
-    const int sizes[][2] = {{w, h}, {w + 1, 300}, {300, h + 1}, {w + 1, h + 1}};
-    for (const auto& [width, height] : sizes) {
-        game::make(width, height, 4, 3, 5, Rectangular);
-        SCOPED_TRACE(testing::Message() << width << "x" << height);  // a bar takes from the area
-        const bool across = width > w, down = height > h;
-        EXPECT_EQ(across, (GetWindowLongA(appState.hScrollBar, GWL_STYLE) & WS_VISIBLE) != 0);
-        EXPECT_EQ(down, (GetWindowLongA(appState.vScrollBar, GWL_STYLE) & WS_VISIBLE) != 0);
-        EXPECT_EQ(across ? w - GetSystemMetrics(SM_CXVSCROLL) : width, thePuzzle.visibleWidth);
-        EXPECT_EQ(down ? h - GetSystemMetrics(SM_CYHSCROLL) : height, thePuzzle.visibleHeight);
-    }
-}
-
-// No piece at home overlaps another, and together they cover the puzzle and nothing else:
-// each tab fills its neighbour's socket exactly.
 TEST_F(Cut, PiecesAtHomeTileThePuzzleExactly)
 {
     const int cuts[][5] = {{300, 200, 6, 4, 3}, {251, 167, 7, 5, 17}, {90, 301, 2, 5, 8}};

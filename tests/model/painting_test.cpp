@@ -174,27 +174,6 @@ TEST_F(Painting, ThePreviewShowsOverThePuzzleAreasFrame)
     }
 }
 
-TEST_F(Painting, ARepaintFarOutsideTheBoardDoesNothing)
-{
-    scene(true, false);
-    SetPixel(thePuzzle.boardDC, 600, 600, RGB(1, 2, 3));  // gone only if repainted
-    const Snapshot before = game::board();
-    const RECT outside[] = {{-1000000, -1000000, -999000, -999000},
-                            {1000000, 300, 1001000, 400},
-                            {-1000000, -1000000, -999999, 1000000}};
-    for (const RECT& rect : outside) {
-        allocations::failAfter(0);  // nothing is even sized for it
-        thePuzzle.repaintRect(rect, 0, thePuzzle.mainWindow);
-        EXPECT_FALSE(allocations::stop()) << rect.left << "," << rect.top;
-        EXPECT_EQ(0, before.differences(game::board())) << rect.left << "," << rect.top;
-    }
-    // One across the whole board repaints all of it.
-    thePuzzle.repaintRect(RECT{-1000000, -1000000, 1000000, 1000000}, 0, thePuzzle.mainWindow);
-    EXPECT_EQ(White, game::board().at(600, 600));
-}
-
-// One outline per piece would pass the platform's default limit of 10,000 GDI objects per
-// process long before a 100 x 100 puzzle was made.
 TEST_F(Painting, AHundredByAHundredPuzzleHoldsFewGdiObjectsAndClearReleasesThemAll)
 {
     game::make(2000, 1500, 2, 2);  // the picture drawn at this size; other outlines

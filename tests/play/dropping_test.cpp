@@ -71,21 +71,15 @@ TEST_F(Dropping, AGroupJoinsByAnyMemberAndAbsorbsTheRestingGroupWhichKeepsItsPla
     EXPECT_EQ(1, thePuzzle.groupCount);
     for (int p : {9, 10, 11, 12})
         EXPECT_EQ(dropped, thePuzzle.pieces[p].groupId) << p;
-    EXPECT_TRUE(game::same(resting11, game::cell(11)));
-    EXPECT_TRUE(game::same(resting12, game::cell(12)));
+    EXPECT_TRUE(game::same(resting11, game::cell(11)) && game::same(resting12, game::cell(12)));
     EXPECT_EQ(game::cell(11).left, game::cell(10).right);
     ASSERT_TRUE(thePuzzle.findGroup(dropped, false));
     EXPECT_EQ(4, thePuzzle.foundGroup->members.count);
-}
 
-TEST_F(Dropping, AtMostOneJoinADrop)
-{
-    // 9 between 8 and 10, both resting where they belong: the first side tried wins.
-    game::place(8, X - 50, Y);
-    game::place(10, X + 50, Y);
-    game::carry(9, X + 2, Y);
-    EXPECT_EQ(1, thePuzzle.groupCount);
-    EXPECT_NE(game::joined(9, 8), game::joined(9, 10));
+    // At most one join a drop: 13 between 12 and 14, both where it belongs; one side wins.
+    game::place(14, game::cell(12).right + 50, Y + 30);
+    game::carry(13, game::cell(12).right + 2, Y + 30);
+    EXPECT_NE(game::joined(13, 12), game::joined(13, 14));
 }
 
 TEST_F(Dropping, APieceOrGroupWithinFourPixelsOfHomeIsSetThere)
@@ -101,14 +95,11 @@ TEST_F(Dropping, APieceOrGroupWithinFourPixelsOfHomeIsSetThere)
         const bool within = std::abs(d.dx) <= 4 && std::abs(d.dy) <= 4;
         const Piece& piece = thePuzzle.pieces[20];
         EXPECT_EQ(within, piece.isSet);
-        if (within) {  // at home exactly, and never picked up again
-            EXPECT_EQ(piece.homeX, piece.x);
-            EXPECT_EQ(piece.homeY, piece.y);
-            int found = -1;
-            const RECT box = game::cell(20);
-            EXPECT_FALSE(thePuzzle.pieceAt(thePuzzle.mainWindow, box.left + 25 - thePuzzle.scrollX,
-                                           box.top + 25, found));
-        }
+        int found = -1;  // set at home exactly, and never picked up again
+        const RECT box = game::cell(20);
+        EXPECT_TRUE(!within ||
+                    (piece.x == piece.homeX && piece.y == piece.homeY &&
+                     !thePuzzle.pieceAt(thePuzzle.mainWindow, box.left + 25, box.top + 25, found)));
     }
 
     // A group near home is set whole, and is a group no more.
@@ -119,10 +110,8 @@ TEST_F(Dropping, APieceOrGroupWithinFourPixelsOfHomeIsSetThere)
     game::pickUp(27);
     game::moveBy(at.x + 3 - X, at.y - 2 - Y);
     game::drop();
-    for (int p : {27, 28}) {
-        EXPECT_TRUE(thePuzzle.pieces[p].isSet) << p;
-        EXPECT_FALSE(thePuzzle.pieces[p].isGrouped) << p;
-    }
+    for (int p : {27, 28})
+        EXPECT_TRUE(thePuzzle.pieces[p].isSet && !thePuzzle.pieces[p].isGrouped) << p;
     EXPECT_EQ(0, thePuzzle.groupCount);
 }
 
