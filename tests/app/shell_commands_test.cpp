@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "app/history.h"
+#include "app/toolbar.h"
 #include "tests/app/scenario.h"
 
 namespace {
@@ -93,17 +94,28 @@ TEST_F(Shell, EveryMenuItemAndButtonIsOfferedExactlyWhenItsStateAllows)
                 game::answering([&] { game::command(command); }, {"cancel"});
         }
         EXPECT_EQ(s.offered, offered());
-        // Every button shows what its menu item shows; the simple interface shows eleven.
+        // Every button shows what its menu item shows; the simple interface shows eleven, in
+        // groups parted by gaps.
         const bool simple = appState.interfaceType == SimpleInterface;
-        for (int b = IDT_OPEN_IMAGE; b <= IDT_HELP; ++b) {
+        std::string layout;
+        for (int b = IDT_OPEN_IMAGE, right = -1; b <= IDT_HELP; ++b) {
             HWND button = GetDlgItem(appState.toolbar, b);
             const bool shown = (GetWindowLongA(button, GWL_STYLE) & WS_VISIBLE) != 0;
+            RECT box;
+            GetWindowRect(button, &box);
+            if (shown) {
+                layout += right < 0 || box.left == right   ? "x"
+                          : box.left - right == ToolbarGap ? "|x"
+                                                           : "?";
+                right = box.right;
+            }
             EXPECT_EQ(!simple || SimpleToolbar[b - IDT_OPEN_IMAGE] == 'x', shown) << "button " << b;
             const int item = b == IDT_HELP ? IDM_HELP_TOPICS : b + ToolbarCommandShift;
             if (shown) {
                 EXPECT_EQ(!grayed(item), IsWindowEnabled(button) != 0) << "button " << b;
             }
         }
+        EXPECT_EQ(simple ? "xx|xxxxx|xxx|x" : "xxx|xxxxxx|xxxxxxxx|xxx|x", layout);
     }
     DeleteFileA((game::folder() + "\\Puz\\picture200x300.fpp").c_str());
 }
@@ -165,4 +177,16 @@ TEST_F(Shell, SpanishTextsReachTheMenusAndTheMessages)
                   game::answering([] { game::command(IDM_ABOUT); }));
     }
     DeleteFileA(text.c_str());
+}
+
+TEST_F(Shell, TheSizeAndPiecesButtonsOpenTheirOwnDialogs)
+{
+    openImage("picture300x200.bmp");
+    const std::pair<int, const char*> buttons[] = {{IDT_SET_SIZE, "Enter Puzzle Size in pixels"},
+                                                   {IDT_SET_PIECES, "Enter Number of Pieces"}};
+    for (const auto& [button, dialog] : buttons) {
+        EXPECT_EQ(std::string(dialog) + ": \n",
+                  game::answering([&] { SendMessageA(appState.toolbar, WM_COMMAND, button, 0); },
+                                  {"cancel"}));
+    }
 }

@@ -183,3 +183,16 @@ TEST_F(Collections, AFileThatCannotBeShownAsItIsIsNamedAndChangesNothingUnlessFo
         EXPECT_EQ(c.shows == Second ? three : c.path, theCollection.path);
     }
 }
+
+TEST_F(Collections, ANewCollectionIsSavedUnderTheNameThePlayerGives)
+{
+    const std::string three = scenario::openThree(), path = game::folder() + "\\Col\\new.fpc";
+    const std::vector<uint8_t> before = game::bytesOf(three);
+    game::command(IDM_NEW_COLLECTION);
+    addImage("picture200x200.gif");
+    game::answering([] { game::command(IDM_SAVE_COLLECTION); }, {path});
+    EXPECT_EQ(before, game::bytesOf(three));  // the collection closed is not written over
+    EXPECT_EQ(path, theCollection.path);
+    EXPECT_TRUE(game::exists(path));
+    DeleteFileA(path.c_str());
+}

@@ -129,6 +129,31 @@ TEST_F(Cut, MakeKeepsThePuzzleFileOnlyForTheSamePicture)
     EXPECT_STREQ("", thePuzzle.puzzlePath);
 }
 
+// A bar takes from the area; scrolled, the pattern of outlines moves with the area.
+TEST_F(Cut, ScrollBarsShowOnlyForAPuzzleLargerThanTheArea)
+{
+    const int w = appState.areaWidth, h = appState.areaHeight;
+    const int sizes[][2] = {{w, h}, {w + 1, 300}, {300, h + 1}, {w + 1, h + 1}};
+    for (const auto& [width, height] : sizes) {
+        game::make(width, height, 4, 3, 5, Rectangular);
+        SCOPED_TRACE(testing::Message() << width << "x" << height);
+        const bool across = width > w, down = height > h;
+        EXPECT_EQ(across, (GetWindowLongA(appState.hScrollBar, GWL_STYLE) & WS_VISIBLE) != 0);
+        EXPECT_EQ(down, (GetWindowLongA(appState.vScrollBar, GWL_STYLE) & WS_VISIBLE) != 0);
+        EXPECT_EQ(across ? w - GetSystemMetrics(SM_CXVSCROLL) : width, thePuzzle.visibleWidth);
+        EXPECT_EQ(down ? h - GetSystemMetrics(SM_CYHSCROLL) : height, thePuzzle.visibleHeight);
+    }
+    game::command(IDM_PATTERN);
+    SendMessageA(game::window(), WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 40), 0);
+    SendMessageA(game::window(), WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 30), 0);
+    const Piece& first = thePuzzle.pieces[0];  // its bottom-right corner, where four cells meet
+    EXPECT_EQ(RGB(0, 0, 0), GetPixel(appState.backgroundDC, first.homeX + first.width - 40,
+                                     first.homeY + first.height - 30));
+    game::command(IDM_PATTERN);
+}
+
+// No piece at home overlaps another, and together they cover the puzzle and nothing else:
+// each tab fills its neighbour's socket exactly.
 TEST_F(Cut, PiecesAtHomeTileThePuzzleExactly)
 {
     const int cuts[][5] = {{300, 200, 6, 4, 3}, {251, 167, 7, 5, 17}, {90, 301, 2, 5, 8}};

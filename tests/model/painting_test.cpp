@@ -38,6 +38,7 @@ protected:
     static void scene(bool outline, bool setOutline)
     {
         options(outline, setOutline);
+        game::make(1024, 700, 16, 12);  // the picture drawn afresh when only the height changes
         game::make(1024, 768, 16, 12);
         for (int p = 0; p < thePuzzle.pieceCount; ++p) {
             const RECT at = game::cell(p);
@@ -174,6 +175,8 @@ TEST_F(Painting, ThePreviewShowsOverThePuzzleAreasFrame)
     }
 }
 
+// One outline per piece would pass the platform's default limit of 10,000 GDI objects per
+// process long before a 100 x 100 puzzle was made.
 TEST_F(Painting, AHundredByAHundredPuzzleHoldsFewGdiObjectsAndClearReleasesThemAll)
 {
     game::make(2000, 1500, 2, 2);  // the picture drawn at this size; other outlines
