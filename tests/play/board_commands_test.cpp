@@ -115,6 +115,7 @@ TEST_F(BoardCommands, AShrunkWindowBringsLooseItemsBackAndAGrownOneShowsADrawnBo
 {
     game::place(2, 850, 600);
     game::place(3, 60, 200);
+    game::place(7, 600, 500);  // in its tray, where the shrunk board shows nothing
     const auto before = places();
     HWND window = game::window();
     RECT full;
