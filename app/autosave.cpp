@@ -7,6 +7,7 @@
 #include "app/app_state.h"
 #include "app/commands.h"
 #include "files/file_io.h"
+#include "files/file_prompt.h"
 #include "files/message.h"
 #include "files/puzzle_file.h"
 #include "files/recovery_format.h"
@@ -74,7 +75,7 @@ void StartAutosave(HWND mainWindow)
     if (slot == INVALID_HANDLE_VALUE)
         return;
     lstrcpynA(recoveryPath, recovery.c_str(), MAX_PATH);
-    if (GetFileAttributesA(recoveryPath) != INVALID_FILE_ATTRIBUTES)
+    if (fileExists(recoveryPath))
         PostMessageA(mainWindow, WM_OFFER_RECOVERY, 0, 0);
 }
 
@@ -100,9 +101,11 @@ void OfferRecovery()
         removeRecoveryFile();
         return;
     }
-    ++appState.commandDepth;
-    const int result = openPuzzleContents(kept.puzzle);
-    --appState.commandDepth;
+    int result;
+    {
+        const CommandScope scope;
+        result = openPuzzleContents(kept.puzzle);
+    }
     if (result == PuzzleFileLoaded) {
         // The puzzle goes on as it was: with its own file, and its changes still unsaved.
         lstrcpynA(thePuzzle.puzzlePath, kept.puzzlePath.c_str(), MAX_PATH);

@@ -15,8 +15,7 @@ template <class Handler> auto guarded(Handler handler, decltype(handler()) faile
     try {
         return handler();
     } catch (const std::exception&) {
-        showMessage(appState.instance, appState.mainWindow, IDS_LOW_RESOURCES, IDS_SYSTEM_ERROR,
-                    MB_OK);
+        reportLowResources();
         return failed;
     }
 }

@@ -169,8 +169,7 @@ void RunCommand(int id, LPARAM)
         break;
     case IDT_ADD_TRAY:
         if (thePuzzle.made && thePuzzle.addTray(0) == 0)
-            showMessage(appState.instance, appState.mainWindow, IDS_LOW_RESOURCES, IDS_SYSTEM_ERROR,
-                        MB_OK);
+            reportLowResources();
         break;
     case IDT_SOUND:
         ToggleSound(true);

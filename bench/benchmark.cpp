@@ -58,16 +58,15 @@ Figures measure(int columns, int rows, int width = 2000, int height = 1500,
 {
     Figures f{};
     constexpr int Repaints = 5, Moves = 400;
-    const int Makes = makes;
     // The picture is decoded before the clock starts: Make alone is timed.
     game::end();
     const std::string path = game::picture(picture);
     if (path != loadedPicturePath)
         thePicture.loadPreview(path.c_str());
     double start = now();
-    for (int i = 0; i < Makes; ++i)
+    for (int i = 0; i < makes; ++i)
         game::make(width, height, columns, rows, 1 + i, Knobbed, picture);
-    f.make = (now() - start) / Makes;
+    f.make = (now() - start) / makes;
     f.gdiObjects = gdi::liveObjects();
     f.guiResources = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
 
@@ -175,9 +174,7 @@ void measureFiles()
     const double autosave = (now() - start) / Autosaves;
     std::printf("\n100x100 puzzle with %d trays and %d groups, %lu-byte file:\n",
                 thePuzzle.trayCount, thePuzzle.groupCount,
-                static_cast<unsigned long>(59 + lstrlenA(thePuzzle.picturePath) +
-                                           68 * thePuzzle.trayCount + 24 * thePuzzle.groupCount +
-                                           44 * thePuzzle.pieceCount));
+                static_cast<unsigned long>(fileformat::encodedSize(contentsOfPuzzle())));
     std::printf("save %.1f ms%s, open (picture, make, restore, repaint) %.1f ms%s, autosave "
                 "%.1f ms%s\n",
                 save, saved ? "" : " (FAILED)", open, result == 0 ? "" : " (FAILED)", autosave,

@@ -141,16 +141,6 @@ void Collection::takeEntries(const char* filePath, const std::vector<CollectionF
     current = first;
 }
 
-int Collection::loadCollection(const char* filePath)
-{
-    std::vector<CollectionFileEntry> entries;
-    const int result = readCollection(filePath, entries);
-    // Opening or not, the collection now bears the new name; a damaged file changes nothing.
-    if (result != CollectionRejected)
-        takeEntries(filePath, entries);
-    return result;
-}
-
 bool showCurrentEntry()
 {
     CollectionEntry* entry = theCollection.current;
@@ -207,11 +197,13 @@ void openCollection(const char* path)
     } catch (const std::bad_alloc&) {
         result = CollectionLowResources;
     }
-    if (result == CollectionRejected || result == CollectionLowResources) {
-        showMessage(appState.instance, appState.mainWindow,
-                    result == CollectionRejected ? IDS_ERROR_READING : IDS_LOW_RESOURCES,
-                    result == CollectionRejected ? IDS_FILE_ERROR : IDS_SYSTEM_ERROR, MB_OK,
-                    result == CollectionRejected ? copy : nullptr);
+    if (result == CollectionRejected) {
+        showMessage(appState.instance, appState.mainWindow, IDS_ERROR_READING, IDS_FILE_ERROR,
+                    MB_OK, copy);
+        return;
+    }
+    if (result == CollectionLowResources) {
+        reportLowResources();
         return;
     }
     if (thePuzzle.made)

@@ -54,8 +54,6 @@ public:
     // The collection becomes the entries read, named filePath, at its first entry.
     void takeEntries(const char* filePath,
                      const std::vector<fileformat::CollectionFileEntry>& entries);
-    // Both at once: a damaged file (CollectionRejected) changes nothing.
-    int loadCollection(const char* filePath);
     void setPicturePath(CollectionEntry& entry, const char* picturePath);
 
     int count = 0;

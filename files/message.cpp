@@ -2,7 +2,9 @@
 
 #include <cstring>
 
+#include "app/app_state.h"
 #include "app/strings.h"
+#include "resources/resource.h"
 
 int showMessage(HINSTANCE instance, HWND owner, int textId, int captionId, UINT type,
                 const char* suffix, int afterId)
@@ -19,4 +21,9 @@ int showMessage(HINSTANCE instance, HWND owner, int textId, int captionId, UINT 
         strncat(text, after, sizeof text - strlen(text) - 1);
     }
     return MessageBoxA(owner, text, caption, type);
+}
+
+void reportLowResources()
+{
+    showMessage(appState.instance, appState.mainWindow, IDS_LOW_RESOURCES, IDS_SYSTEM_ERROR, MB_OK);
 }

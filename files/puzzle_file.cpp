@@ -301,8 +301,7 @@ void reportPuzzleFileResult(int result, const char* path)
                     MB_OK, path);
         break;
     case PuzzleFileLowResources:
-        showMessage(appState.instance, appState.mainWindow, IDS_LOW_RESOURCES, IDS_SYSTEM_ERROR,
-                    MB_OK);
+        reportLowResources();
         break;
     default:  // loaded, or the player chose to stop
         break;
@@ -401,8 +400,7 @@ void savePuzzleCommand(bool saveAs)
         written = writePuzzleFile();
     } catch (const std::bad_alloc&) {
         // The puzzle is as it was; the file on disk too.
-        showMessage(appState.instance, appState.mainWindow, IDS_LOW_RESOURCES, IDS_SYSTEM_ERROR,
-                    MB_OK);
+        reportLowResources();
         return;
     }
     if (written)

@@ -341,9 +341,15 @@ size_t encodedSize(const PuzzleFileContents& c)
 std::vector<uint8_t> encodePuzzleFile(const PuzzleFileContents& c)
 {
     ByteWriter out(encodedSize(c));
+    encodePuzzleFile(out, c);
+    return out.bytes;
+}
+
+void encodePuzzleFile(ByteWriter& out, const PuzzleFileContents& c)
+{
     writeVersionTag(out);
     if (!c.hasPuzzle)
-        return out.bytes;
+        return;
     PuzzleFileHeader h = c.header;
     h.groupCount = static_cast<int32_t>(c.groups.size());
     h.trayCount = static_cast<int32_t>(c.trays.size());
@@ -357,7 +363,6 @@ std::vector<uint8_t> encodePuzzleFile(const PuzzleFileContents& c)
         writeGroup(out, g);
     for (const PieceRecord& r : c.pieces)
         writePiece(out, r);
-    return out.bytes;
 }
 
 Decoded decodePuzzleFile(const uint8_t* data, size_t size, PuzzleFileContents& c)

@@ -95,6 +95,8 @@ PieceBox pieceBoxOf(const PuzzleFileHeader& header, int32_t index, const PieceRe
 std::vector<uint8_t> encodePuzzleFile(const PuzzleFileContents& contents);
 // The number of bytes encodePuzzleFile makes of contents.
 size_t encodedSize(const PuzzleFileContents& contents);
+// The same, written on at the end of out.
+void encodePuzzleFile(ByteWriter& out, const PuzzleFileContents& contents);
 Decoded decodePuzzleFile(const uint8_t* data, size_t size, PuzzleFileContents& contents);
 
 // Shared with the collection file.

@@ -8,12 +8,11 @@ namespace fileformat {
 
 std::vector<uint8_t> encodeRecoveryFile(const RecoveryContents& c)
 {
-    const std::vector<uint8_t> puzzle = encodePuzzleFile(c.puzzle);
-    ByteWriter out(RecoveryTagSize + 4 + c.puzzlePath.size() + puzzle.size());
+    ByteWriter out(RecoveryTagSize + 4 + c.puzzlePath.size() + encodedSize(c.puzzle));
     out.text(std::string(RecoveryTag, RecoveryTagSize));
     out.int32(static_cast<int32_t>(c.puzzlePath.size()));
     out.text(c.puzzlePath);
-    out.bytes.insert(out.bytes.end(), puzzle.begin(), puzzle.end());
+    encodePuzzleFile(out, c.puzzle);
     return out.bytes;
 }
 

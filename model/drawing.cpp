@@ -322,6 +322,12 @@ void Puzzle::refreshPattern(bool toggle)
 {
     if (toggle)
         patternShown = !patternShown;
+    drawPattern();
+    repaintRect(getPuzzleArea(false), 0, mainWindow);
+}
+
+void Puzzle::drawPattern()
+{
     BitBlt(backgroundDC, originX, originY, visibleWidth, visibleHeight, nullptr, 0, 0, WHITENESS);
     Rectangle(backgroundDC, originX, originY, originX + visibleWidth, originY + visibleHeight);
     if (patternShown && made) {
@@ -333,7 +339,6 @@ void Puzzle::refreshPattern(bool toggle)
         }
         gdi::deleteObject(outline);
     }
-    repaintRect(getPuzzleArea(false), 0, mainWindow);
 }
 
 void Puzzle::applyOutlineOptions(bool outline, bool setOutline)

@@ -135,12 +135,13 @@ MakeResult Puzzle::makePuzzle(const MakeInputs& in)
     const bool cut = in.seed ? generate(*in.seed) : generate();
     // Outlines the platform could not make leave no puzzle rather than pieces without one.
     RECT board{boardLeft, boardTop, boardImageWidth, boardImageHeight};
-    if (!cut)
+    if (!cut) {
         clear();
-    else if (patternShown)
-        refreshPattern(false);  // the option stays as the menu shows it
-    if (cut)
+    } else {
+        if (patternShown)
+            drawPattern();  // the option stays as the menu shows it
         repaintRect(board, 0, nullptr);  // pieces hidden under others are never drawn
+    }
 
     RedrawWindow(mainWindow, &board, nullptr, RDW_INVALIDATE);
     noteChange();

@@ -68,14 +68,17 @@ public:
     void drawGroup(const RECT& clip, int p);
     // False, with nothing picked up, when the images of the item cannot be made.
     bool prepareDragImage(int p, int mouseX, int mouseY);
+    // Draws the framed puzzle area, with the pattern when shown, into the background and
+    // repaints the area from it.
     void refreshPattern(bool toggle);
+    void drawPattern();  // into the background only
     void applyOutlineOptions(bool outline, bool setOutline);
 
     // ---- Dragging
     void moveItem(int piece, int x, int y, bool raise, bool rebuild, bool toHome,
                   bool acrossWindows);
     // False, with nothing changed, when the tray cannot make room for the item.
-    bool moveToWindow(int piece, HWND window, HDC targetDC, int trayId);
+    bool moveToWindow(int piece, HWND window, int trayId);
     // Puts the carried item down in window where it lies (moving it there from another
     // window); false, with the item still carried, when a tray cannot make room for it.
     bool dropInto(int piece, HWND window);
@@ -100,7 +103,6 @@ public:
     int trayIdOfWindow(HWND window, bool moveCursor);
     // Without grow the tray is left as it is: fitTrayToContents follows.
     void putInTray(int trayId, int piece, bool grow = true);
-    void takeFromTray(int trayId, int piece);
     // False when the tray could not grow to hold the piece's item.
     bool growTrayToFit(int piece);
     // Grows the tray's content so that box (its client coordinates) lies within it; false,

@@ -175,7 +175,7 @@ void Puzzle::moveItem(int p, int x, int y, bool raise, bool rebuild, bool toHome
     noteChange();
 }
 
-bool Puzzle::moveToWindow(int p, HWND window, HDC newTargetDC, int newTrayId)
+bool Puzzle::moveToWindow(int p, HWND window, int newTrayId)
 {
     Piece& piece = pieces[p];
     const int oldTray = piece.trayId;
@@ -205,7 +205,7 @@ bool Puzzle::moveToWindow(int p, HWND window, HDC newTargetDC, int newTrayId)
     item.forEach([&](int m) {
         Piece& member = pieces[m];
         RECT box = member.getBounds(true, false, false);
-        member.assignWindow(window, to ? to->imageDC : newTargetDC, newTrayId);
+        member.assignWindow(window, to ? to->imageDC : boardDC, newTrayId);
         MapWindowPoints(oldWindow, window, reinterpret_cast<POINT*>(&box), 2);
         member.moveTo(box.left, box.top, false);
         IndexNode* node = from ? from->pieces.take(m) : arriving.takeFirst();
@@ -231,15 +231,12 @@ bool Puzzle::moveToWindow(int p, HWND window, HDC newTargetDC, int newTrayId)
 bool Puzzle::dropInto(int p, HWND window)
 {
     const Piece& piece = pieces[p];
-    if (piece.window == window) {
-        Item item;
-        return piece.trayId == 0 || !itemOf(*this, p, item) ||
-               makeRoomInTray(piece.trayId, item.rect);
-    }
+    if (piece.window == window)
+        return growTrayToFit(p);
     if (window == mainWindow)
-        return moveToWindow(p, window, boardDC, 0);
+        return moveToWindow(p, window, 0);
     const int trayId = trayIdOfWindow(window, true);
-    return trayId == 0 || moveToWindow(p, window, currentTray->imageDC, trayId);
+    return trayId == 0 || moveToWindow(p, window, trayId);
 }
 
 void Puzzle::endDrag(int p)
@@ -252,8 +249,7 @@ void Puzzle::endDrag(int p)
     if (!itemOf(*this, p, item))
         return;
     // An item put down where it lies, by a command, is still given room where it can be.
-    if (pieces[p].trayId != 0)
-        makeRoomInTray(pieces[p].trayId, item.rect);
+    growTrayToFit(p);
     HWND own = pieces[p].window;
     // Other windows repaint from their images, which wipes what was painted over them.
     forEachOtherWindow(*this, own, [&](const OtherWindow& other) {
@@ -277,8 +273,7 @@ void handleClick(HWND window, LPARAM point)
         if (!puzzle.made || !puzzle.pieceAt(window, px, py, piece))
             return;
         if (!puzzle.prepareDragImage(piece, px, py)) {
-            showMessage(appState.instance, appState.mainWindow, IDS_LOW_RESOURCES, IDS_SYSTEM_ERROR,
-                        MB_OK);
+            reportLowResources();
             return;
         }
         dragState.draggedPiece = piece;
@@ -291,8 +286,7 @@ void handleClick(HWND window, LPARAM point)
     const int piece = dragState.draggedPiece;
     if (!puzzle.dropInto(piece, window)) {
         // A tray that cannot grow keeps what it holds; the item stays in hand.
-        showMessage(appState.instance, appState.mainWindow, IDS_LOW_RESOURCES, IDS_SYSTEM_ERROR,
-                    MB_OK);
+        reportLowResources();
         return;
     }
     const bool fits = puzzle.setIfNearHome(piece) || puzzle.joinNeighbours(piece);

@@ -121,11 +121,11 @@ void Puzzle::addMember(PieceGroup& group, IndexNode* node)
     group.width = united.right - united.left;
     group.height = united.bottom - united.top;
 
-    HRGN scratch = gdi::createRectRgn(0, 0, 0, 0);
-    CombineRgn(scratch, piece.region, nullptr, RGN_COPY);
-    OffsetRgn(scratch, piece.x - united.left, piece.y - united.top);
-    CombineRgn(group.region, scratch, group.region, mode);
-    gdi::deleteObject(scratch);
+    // The piece's outline is moved into the group's frame and back, so that a join makes no
+    // region of its own.
+    OffsetRgn(piece.region, piece.x - united.left, piece.y - united.top);
+    CombineRgn(group.region, piece.region, group.region, mode);
+    OffsetRgn(piece.region, united.left - piece.x, united.top - piece.y);
 }
 
 bool Puzzle::findJoin(int p, int& neighbour, int& targetX, int& targetY) const

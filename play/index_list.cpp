@@ -25,13 +25,6 @@ void IndexList::append(IndexNode* node)
     ++count;
 }
 
-bool IndexList::remove(int value)
-{
-    IndexNode* node = take(value);
-    delete node;
-    return node != nullptr;
-}
-
 IndexNode* IndexList::take(int value)
 {
     for (IndexNode* node = head; node; node = node->next) {
@@ -52,12 +45,6 @@ IndexNode* IndexList::take(int value)
         return node;
     }
     return nullptr;
-}
-
-void IndexList::copyTo(int* array) const
-{
-    for (const IndexNode* node = head; node; node = node->next)
-        *array++ = node->value;
 }
 
 void IndexList::clear()

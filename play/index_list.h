@@ -22,14 +22,9 @@ public:
     void append(int value);
     // The same with a node made beforehand, which the list then owns: cannot fail.
     void append(IndexNode* node);
-    // Removes the first node holding value; false when there is none. The cursor is left
-    // alone.
-    bool remove(int value);
     // Unlinks the first node holding value and hands it over; null when there is none.
     IndexNode* take(int value);
     IndexNode* takeFirst() { return head ? take(head->value) : nullptr; }
-    // Writes the values head to tail into an array of at least count elements.
-    void copyTo(int* array) const;
     void clear();
 
     int count;

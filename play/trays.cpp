@@ -238,12 +238,6 @@ bool Puzzle::fitTrayToContents(int trayId)
     return fits;
 }
 
-void Puzzle::takeFromTray(int trayId, int piece)
-{
-    if (findTray(trayId, false))
-        foundTray->pieces.remove(piece);
-}
-
 bool Puzzle::growTrayToFit(int p)
 {
     const Piece& piece = pieces[p];

@@ -14,5 +14,5 @@ for size in 8000x6000 4000x3000 9999x9999; do
     convert -size "$size" gradient:orange-navy -quality 90 "$pictures/bench$size.jpg"
 done
 start_test_session
-cd "$BUILD_DIR/tests"
+cd "$BUILD_DIR/bench"
 "$WINE" ./puzzle_benchmark.exe "$@"

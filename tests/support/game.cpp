@@ -10,6 +10,7 @@
 #include "app/main_window.h"
 #include "app/make_command.h"
 #include "app/settings.h"
+#include "files/file_prompt.h"
 #include "files/make_parameters.h"
 #include "files/picture.h"
 #include "files/puzzle_file.h"
@@ -74,16 +75,6 @@ std::string valuesOf(const char* leaf)
     }
     RegCloseKey(key);
     return lines;
-}
-
-std::string freshFolder()
-{
-    char temp[MAX_PATH];
-    GetTempPathA(MAX_PATH, temp);
-    const std::string folder =
-        std::string(temp) + "tovira-unit-" + std::to_string(GetCurrentProcessId());
-    CreateDirectoryA(folder.c_str(), nullptr);
-    return folder;
 }
 
 }  // namespace
@@ -157,7 +148,10 @@ HWND window()
     // A first start: no settings, a working folder of its own, the language dialog shown.
     for (const char* leaf : {"\\Options", "\\History", ""})
         RegDeleteKeyA(HKEY_CURRENT_USER, (std::string(SettingsKey) + leaf).c_str());
-    startFolder = freshFolder();
+    char temp[MAX_PATH];
+    GetTempPathA(MAX_PATH, temp);
+    startFolder = std::string(temp) + "tovira-unit-" + std::to_string(GetCurrentProcessId());
+    CreateDirectoryA(startFolder.c_str(), nullptr);
     SetCurrentDirectoryA(startFolder.c_str());
     appState.instance = GetModuleHandleA(nullptr);
     RedirectSettings(SettingsKey);
@@ -208,7 +202,7 @@ void write(const std::string& path, const std::vector<std::uint8_t>& bytes)
 
 bool exists(const std::string& path)
 {
-    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+    return fileExists(path.c_str());
 }
 
 std::string picture(const char* name)
