@@ -19,6 +19,7 @@
 #include "app/toolbar.h"
 #include "files/collection.h"
 #include "files/file_prompt.h"
+#include "files/picture.h"
 #include "model/gdi_objects.h"
 #include "model/memory_dc.h"
 #include "model/puzzle.h"
@@ -204,6 +205,7 @@ void ShutDown(HWND window)
     if (thePuzzle.made)
         thePuzzle.clear();
     PlaySoundA(nullptr, appState.instance, SND_PURGE);
+    forgetCheckedPicture();
     WriteSetting(appState.optionsKey, "Pictures Folder", appState.picturesFolder);
     WriteSetting(appState.optionsKey, "Puzzle Collection Folder", appState.collectionFolder);
     WriteSetting(appState.optionsKey, "Puzzle Folder", appState.puzzleFolder);

@@ -3,6 +3,7 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <utility>
 #include <vector>
 
 #include "app/app_state.h"
@@ -132,12 +133,18 @@ int Collection::readCollection(const char* filePath, std::vector<CollectionFileE
 
 void Collection::takeEntries(const char* filePath, const std::vector<CollectionFileEntry>& entries)
 {
+    // The entries are made apart and then swapped in: running out of memory part-way leaves
+    // the collection as it was.
+    Collection made;
+    for (const CollectionFileEntry& e : entries)
+        made.addEntry(e.picturePath.c_str(), e.width, e.height, e.adjustToImage, e.columns, e.rows);
     char newPath[MAX_PATH];
     lstrcpynA(newPath, filePath, MAX_PATH);
     clearCollection();
     lstrcpyA(path, newPath);
-    for (const CollectionFileEntry& e : entries)
-        addEntry(e.picturePath.c_str(), e.width, e.height, e.adjustToImage, e.columns, e.rows);
+    std::swap(first, made.first);
+    std::swap(last, made.last);
+    std::swap(count, made.count);
     current = first;
 }
 
@@ -195,6 +202,7 @@ void openCollection(const char* path)
         if (result != CollectionRejected)
             theCollection.takeEntries(copy, entries);
     } catch (const std::bad_alloc&) {
+        forgetCheckedPicture();  // checked for an opening that did not happen
         result = CollectionLowResources;
     }
     if (result == CollectionRejected) {

@@ -139,7 +139,7 @@ MakeResult Puzzle::makePuzzle(const MakeInputs& in)
         clear();
     } else {
         if (patternShown)
-            drawPattern();  // the option stays as the menu shows it
+            drawPattern();               // the option stays as the menu shows it
         repaintRect(board, 0, nullptr);  // pieces hidden under others are never drawn
     }
 

@@ -127,6 +127,7 @@ bool Tray::resize(int w, int h, bool isView)
 int Puzzle::addTray(int id, HWND* window)
 {
     Tray* tray = new Tray;
+    const int previousLastId = lastTrayId;  // a tray that cannot be made uses up no id
     if (id == 0) {
         tray->id = ++lastTrayId;
     } else {
@@ -149,14 +150,16 @@ int Puzzle::addTray(int id, HWND* window)
         made = tray->createWindow(previewX, previewY + previewHeight, previewWidth,
                                   boardHeight - previewY - previewHeight, mainWindow,
                                   instance) != nullptr &&
-               tray->imageDC;
+               tray->imageDC && tray->imageBitmap;
     } catch (...) {
         closeTray(tray->id);
+        lastTrayId = previousLastId;
         throw;
     }
     if (!made) {
         // A tray without its window or image could never be shown or emptied.
         closeTray(tray->id);
+        lastTrayId = previousLastId;
         return 0;
     }
     if (window)

@@ -42,3 +42,8 @@ void operator delete(void* p) noexcept
 {
     std::free(p);
 }
+
+void operator delete(void* p, std::size_t) noexcept
+{
+    std::free(p);
+}
