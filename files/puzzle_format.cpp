@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "files/byte_stream.h"
+#include "model/cell_geometry.h"
 #include "model/play_limits.h"
 
 namespace fileformat {
@@ -253,31 +254,14 @@ PieceRecord readPiece(ByteReader& in)
 
 PieceBox pieceBoxOf(const PuzzleFileHeader& h, int32_t index, const PieceRecord& r)
 {
-    // As generation cuts: the first width mod columns columns (and height mod rows rows) are
-    // one pixel larger, so that the cells cover the puzzle exactly.
-    const int64_t column = index % h.columns, row = index / h.columns;
-    const int64_t baseW = h.width / h.columns, baseH = h.height / h.rows;
-    const int64_t extraCols = h.width - baseW * h.columns;
-    const int64_t extraRows = h.height - baseH * h.rows;
-    PieceBox box{h.originX + column * baseW + std::min(column, extraCols),
-                 h.originY + row * baseH + std::min(row, extraRows),
-                 baseW + (column < extraCols ? 1 : 0), baseH + (row < extraRows ? 1 : 0)};
-    if (h.shapeMode == Rectangular)
-        return box;  // the knob fields are not used
-    // Every tab grows the box by its depth; those on the left and top move the home.
-    const int64_t depth = 2 * int64_t(r.knobSize);
-    if (r.knobLeft == Tab) {
-        box.homeX -= depth;
-        box.width += depth;
+    // As the cut makes the cell, and the piece's tabs grow it.
+    const CellSpan across = cellSpan(h.width, h.columns, index % h.columns);
+    const CellSpan down = cellSpan(h.height, h.rows, index / h.columns);
+    PieceBox box{h.originX + across.offset, h.originY + down.offset, across.size, down.size};
+    if (h.shapeMode != Rectangular) {  // else the knob fields are not used
+        growForTabs(box.homeX, box.homeY, box.width, box.height, 2 * int64_t(r.knobSize),
+                    r.knobLeft == Tab, r.knobRight == Tab, r.knobTop == Tab, r.knobBottom == Tab);
     }
-    if (r.knobRight == Tab)
-        box.width += depth;
-    if (r.knobTop == Tab) {
-        box.homeY -= depth;
-        box.height += depth;
-    }
-    if (r.knobBottom == Tab)
-        box.height += depth;
     return box;
 }
 

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <ctime>
 
+#include "model/cell_geometry.h"
 #include "model/puzzle.h"
 #include "model/random.h"
 
@@ -73,25 +74,16 @@ bool Puzzle::generate(unsigned seed)
 
 bool Puzzle::buildPieces()
 {
-    // The first extraCols columns and extraRows rows are one pixel larger, so that the
-    // cells cover the puzzle exactly.
-    const int baseW = width / columns;
-    const int baseH = height / rows;
-    const int extraCols = width - baseW * columns;
-    const int extraRows = height - baseH * rows;
     // One knob size for every piece and both directions, from the base cell height.
-    const int knob = baseH / 8;
-
-    int cellY = originY;
-    int cellH = baseH + 1;
+    const int knob = height / rows / 8;
     for (int row = 0; row < rows; ++row) {
-        int cellW = baseW + 1;
-        int cellX = originX;
-        if (row >= extraRows)
-            cellH = baseH;
+        const CellSpan down = cellSpan(height, rows, row);
+        const int cellY = originY + static_cast<int>(down.offset);
+        const int cellH = static_cast<int>(down.size);
         for (int column = 0; column < columns; ++column) {
-            if (column >= extraCols)
-                cellW = baseW;
+            const CellSpan across = cellSpan(width, columns, column);
+            const int cellX = originX + static_cast<int>(across.offset);
+            const int cellW = static_cast<int>(across.size);
             const int p = row * columns + column;
             Piece& piece = pieces[p];
             piece.neighbourUp = row > 0 ? p - columns : -1;
@@ -128,12 +120,10 @@ bool Puzzle::buildPieces()
             piece.drawOutline = drawOutline;
             piece.drawSetOutline = drawSetOutline;
 
-            cellX += cellW;
             const POINT place = randomPosition(cellW, cellH);
             piece.moveTo(place.x, place.y, false);
             zOrder[p] = p;
         }
-        cellY += cellH;
         if (makeProgress)
             makeProgress(row + 1, rows);
     }

@@ -1,6 +1,7 @@
 // Outlines of pieces: the grid cell with a round-ended tab added on every side of kind Out
 // and the same shape cut out of every side of kind In, so that a tab fills its neighbour's
 // socket exactly.
+#include "model/cell_geometry.h"
 #include "model/gdi_objects.h"
 #include "model/piece.h"
 #include "model/shape_cache.h"
@@ -174,20 +175,8 @@ void Piece::buildShape(int originX, int originY)
         ownsRegion = region != nullptr;
     }
 
-    // The bounding box grows by the depth of every tab.
-    const int depth = 2 * knobSize;
-    if (knobLeft == Out) {
-        x -= depth;
-        width += depth;
-    }
-    if (knobRight == Out)
-        width += depth;
-    if (knobTop == Out) {
-        y -= depth;
-        height += depth;
-    }
-    if (knobBottom == Out)
-        height += depth;
+    growForTabs(x, y, width, height, 2 * knobSize, knobLeft == Out, knobRight == Out,
+                knobTop == Out, knobBottom == Out);
 
     // A tab shows the picture where it reaches into the neighbour's cell.
     sourceX = x;
