@@ -84,12 +84,11 @@ TEST_F(Options, TheNextStartBringsBackWhatTheLastOneLeft)
     strcpy(appState.puzzleFolder, "C:\\Puzzles");
     // Without an interface stored, one with a default collection starts in the simple one.
     game::restart({}, [] {
-        char* options = NewSettingsKey("\\Options");
         HKEY key = nullptr;
-        RegOpenKeyExA(HKEY_CURRENT_USER, options, 0, KEY_SET_VALUE, &key);
+        RegOpenKeyExA(HKEY_CURRENT_USER, (std::string(game::SettingsKey) + "\\Options").c_str(), 0,
+                      KEY_SET_VALUE, &key);
         RegDeleteValueA(key, "Interface Type");
         RegCloseKey(key);
-        free(options);
     });
     EXPECT_FALSE(appState.drawOutline);
     EXPECT_TRUE(appState.drawSetOutline && checked(IDM_DRAW_SET_OUTLINE));

@@ -29,31 +29,45 @@ int pieceAt(HWND window, int x, int y)
 
 // The first w % columns columns and h % rows rows are a pixel larger, so that the cells tile
 // the puzzle; knobs take an eighth of the base cell height, and each tab grows the box by
-// twice that.
-TEST_F(Cut, CellsTileThePuzzleAndKnobsFollowTheBaseCellHeight)
+// twice that. The outlines at home overlap nowhere and cover the puzzle exactly: each tab
+// fills its neighbour's socket.
+TEST_F(Cut, CellsAndOutlinesTileThePuzzleAndKnobsFollowTheBaseCellHeight)
 {
     const int cuts[][5] = {{101, 95, 10, 10, 1}, {253, 41, 7, 1, 5}, {41, 253, 1, 7, 4},
-                           {123, 77, 1, 1, 9},   {800, 64, 2, 1, 8}, {70, 70, 10, 10, 0}};
+                           {123, 77, 1, 1, 9},   {800, 64, 2, 1, 8}, {70, 70, 10, 10, 0},
+                           {251, 167, 7, 5, 4}};
     for (const auto& [w, h, columns, rows, knob] : cuts) {
         game::make(w, h, columns, rows);
-        for (int row = 0, top = thePuzzle.originY; row < rows; ++row) {
+        SCOPED_TRACE(testing::Message() << w << "x" << h << " in " << columns << "x" << rows);
+        HRGN all = CreateRectRgn(0, 0, 0, 0), piece = CreateRectRgn(0, 0, 0, 0);
+        HRGN both = CreateRectRgn(0, 0, 0, 0);
+        for (int row = 0, top = thePuzzle.originY; row < rows;
+             top += h / rows + (row < h % rows), ++row) {
             const int cellH = h / rows + (row < h % rows);
             for (int column = 0, left = thePuzzle.originX; column < columns; ++column) {
                 const int cellW = w / columns + (column < w % columns);
-                const Piece& piece = thePuzzle.pieces[row * columns + column];
-                RECT at = piece.getBounds(false, true, false);
-                OffsetRect(&at, piece.homeX, piece.homeY);
-                const int across = (piece.knobLeft == Out) + (piece.knobRight == Out);
-                const int down = (piece.knobTop == Out) + (piece.knobBottom == Out);
-                EXPECT_TRUE(game::same(RECT{left, top, left + cellW, top + cellH}, at) &&
-                            piece.knobSize == knob && piece.width == cellW + 2 * knob * across &&
-                            piece.height == cellH + 2 * knob * down)
-                    << w << "x" << h << " in " << columns << "x" << rows << ": " << row << ","
-                    << column;
+                const Piece& at = thePuzzle.pieces[row * columns + column];
+                RECT cell = at.getBounds(false, true, false);
+                OffsetRect(&cell, at.homeX, at.homeY);
+                const int across = (at.knobLeft == Out) + (at.knobRight == Out);
+                const int down = (at.knobTop == Out) + (at.knobBottom == Out);
+                EXPECT_TRUE(game::same(RECT{left, top, left + cellW, top + cellH}, cell) &&
+                            at.knobSize == knob && at.width == cellW + 2 * knob * across &&
+                            at.height == cellH + 2 * knob * down)
+                    << row << "," << column;
+                CombineRgn(piece, at.region, nullptr, RGN_COPY);
+                OffsetRgn(piece, at.homeX, at.homeY);
+                EXPECT_EQ(NULLREGION, CombineRgn(both, all, piece, RGN_AND))
+                    << row << "," << column;
+                CombineRgn(all, all, piece, RGN_OR);
                 left += cellW;
             }
-            top += cellH;
         }
+        SetRectRgn(piece, thePuzzle.originX, thePuzzle.originY, thePuzzle.originX + w,
+                   thePuzzle.originY + h);
+        EXPECT_TRUE(EqualRgn(all, piece));
+        for (HRGN region : {all, piece, both})
+            DeleteObject(region);
     }
 }
 
@@ -150,30 +164,6 @@ TEST_F(Cut, ScrollBarsShowOnlyForAPuzzleLargerThanTheArea)
     EXPECT_EQ(RGB(0, 0, 0), GetPixel(appState.backgroundDC, first.homeX + first.width - 40,
                                      first.homeY + first.height - 30));
     game::command(IDM_PATTERN);
-}
-
-// No piece at home overlaps another, and together they cover the puzzle and nothing else:
-// each tab fills its neighbour's socket exactly.
-TEST_F(Cut, PiecesAtHomeTileThePuzzleExactly)
-{
-    const int cuts[][5] = {{300, 200, 6, 4, 3}, {251, 167, 7, 5, 17}, {90, 301, 2, 5, 8}};
-    for (const auto& [w, h, columns, rows, seed] : cuts) {
-        game::make(w, h, columns, rows, seed);
-        HRGN all = CreateRectRgn(0, 0, 0, 0), piece = CreateRectRgn(0, 0, 0, 0);
-        HRGN both = CreateRectRgn(0, 0, 0, 0);
-        for (int p = 0; p < thePuzzle.pieceCount; ++p) {
-            CombineRgn(piece, thePuzzle.pieces[p].region, nullptr, RGN_COPY);
-            OffsetRgn(piece, thePuzzle.pieces[p].homeX, thePuzzle.pieces[p].homeY);
-            EXPECT_EQ(NULLREGION, CombineRgn(both, all, piece, RGN_AND))
-                << w << "x" << h << ": " << p;
-            CombineRgn(all, all, piece, RGN_OR);
-        }
-        SetRectRgn(piece, thePuzzle.originX, thePuzzle.originY, thePuzzle.originX + w,
-                   thePuzzle.originY + h);
-        EXPECT_TRUE(EqualRgn(all, piece)) << w << "x" << h;
-        for (HRGN region : {all, piece, both})
-            DeleteObject(region);
-    }
 }
 
 // A press finds the topmost free piece of its window whose outline holds the point: the

@@ -229,11 +229,7 @@ void make(int w, int h, int columns, int rows, unsigned seed, int shapeMode,
     const std::string path = picture(pictureName);
     if (path != loadedPicturePath)
         thePicture.loadPreview(path.c_str());
-    makeParameters.width = w;
-    makeParameters.height = h;
-    makeParameters.columns = columns;
-    makeParameters.rows = rows;
-    makeParameters.shapeMode = shapeMode;
+    makeParameters = MakeParameters{w, h, columns, rows, shapeMode, false, false, false};
     appState.pictureLoaded = true;
     MakeInputs inputs = gatherMakeInputs();
     inputs.seed = seed;
