@@ -18,13 +18,10 @@ constexpr const char* SettingsKey = "Software\\Tovira Software\\ToviraPuzzle Tes
 // The picture whose every pixel has a colour of its own (pixels.h), 1024 x 768.
 constexpr const char* Pattern = "pattern.bmp";
 
-// Creates the main window on first use, running the real start-up sequence in a new, empty
-// working folder.
+// Creates the main window on first use: the real start-up in a new, empty working folder.
 HWND window();
-// Closes the main window as a clean exit does and starts the program again in the same
-// folder, answering the dialogs of the start (as answering does); between the two runs
-// whatever is given, as if the program had ended some other way. Returns what the start's
-// messages said.
+// The real shutdown, between whatever else ended the program, and the real start in the same
+// folder, its dialogs answered as answering does; what the start's messages said.
 std::string restart(std::vector<std::string> answers = {},
                     const std::function<void()>& between = nullptr);
 // The working folder the program started in.
@@ -52,12 +49,12 @@ void end();
 // Runs a menu command as the menu does.
 void command(int id);
 
-// The cell of piece p (its box without tabs) where it lies.
+// The cell of piece p (its box without tabs) where it lies; p moved, not carried, so that
+// its cell's top-left lies at (x, y), on top.
 RECT cell(int p);
-// Moves piece p (not carried) so that its cell's top-left lies at (x, y), on top.
 void place(int p, int x, int y);
-// A press on the middle of p's cell in its window, pointer moves by (dx, dy), a press to
-// drop where the pointer is, or in window at (x, y).
+// A press on the middle of p's cell, pointer moves by (dx, dy), a press to drop where the
+// pointer is, or in window at (x, y).
 void pickUp(int p);
 void moveBy(int dx, int dy);
 void drop();
@@ -74,8 +71,7 @@ bool same(const RECT& a, const RECT& b);
 // bars decide, and its placement as the platform last reported it) gives way to where the
 // window lies.
 std::vector<std::uint8_t> kept(bool trayWindows = true);
-// The board image as it is, and whether a repaint from scratch makes the same (taken in
-// that order).
+// The board image, and whether a repaint from scratch makes the same (taken in that order).
 Snapshot board();
 bool boardAsRepainted();
 
