@@ -1,17 +1,26 @@
-"""Drives the real ToviraPuzzle.exe under Wine on the test display: starts it, sends real
-input with xdotool, and reads the screen with ImageMagick's import."""
+"""Drives ToviraPuzzle.exe under Wine on the test display, and reads its screen and files."""
 
+import atexit
 import os
 import re
 import shutil
+import struct
 import subprocess
+import sys
 import tempfile
 import time
+from collections import namedtuple
 
+EXE, SHOTS, PICTURES, ARCH = sys.argv[1:5]  # as CTest gives them to every flow
 TITLE = "Turn your favorite images into jigsaw puzzles"
 ROOT_KEY = "HKCU\\Software\\Tovira Software"
-SETTINGS_KEY = ROOT_KEY + "\\ToviraPuzzle\\"
+OPTIONS_KEY = ROOT_KEY + "\\ToviraPuzzle\\Options"
 WINE = os.environ.get("WINE", "wine")
+# cells.bmp: six cells of 120 x 120 in pure colours, 3 across and 2 down, as its pieces show.
+CELLS_PICTURE = os.path.join(PICTURES, "cells.bmp")
+CELLS = [(255, 0, 0), (0, 255, 0), (0, 0, 255), (255, 255, 0), (255, 0, 255), (0, 255, 255)]
+CELL = 120
+Piece = namedtuple("Piece", "box cell z set tray at")
 
 
 def run(*args):
@@ -19,226 +28,204 @@ def run(*args):
                           stdin=subprocess.DEVNULL).stdout
 
 
-def xdotool(*args):
-    return run("xdotool", *args)
+def windows_named(title):
+    """The shown windows of that title (Wine keeps hidden ones of the same name)."""
+    return run("xdotool", "search", "--onlyvisible", "--name", "^" + re.escape(title) + "$").split()
 
 
-def windows_named(pattern):
-    """The shown windows whose title matches (Wine keeps hidden ones of the same name)."""
-    return xdotool("search", "--onlyvisible", "--name", pattern).split()
-
-
-def wait_for(predicate, timeout=30.0, what="condition"):
+def wait_for(predicate, timeout=30.0, what=None):
+    """The predicate's first true value in time; if what is named, a miss fails with a shot."""
     deadline = time.time() + timeout
-    while time.time() < deadline:
-        value = predicate()
-        if value:
-            return value
+    while not (value := predicate()) and time.time() < deadline:
         time.sleep(0.1)
-    raise AssertionError(f"timed out waiting for {what}")
+    if not value and what:
+        Screen("timed-out", settle=False)
+        raise AssertionError(f"timed out waiting for {what}")
+    return value
 
 
-def focus(windows):
-    """Waits for one of the windows to have the keyboard; without a window manager nothing
-    hands it over at times (and keys sent before are lost), so then it is given."""
-    for attempt in range(2):
-        try:
-            return wait_for(lambda: xdotool("getwindowfocus").strip() in windows, 2.0 - attempt)
-        except AssertionError:
-            xdotool("windowfocus", windows[0])
-    return False
-
-
-def press(*keys, pause=0.3):
+def key(*keys, pause=0.3):
     for k in keys:
-        xdotool("key", k)
+        run("xdotool", "key", k)
         time.sleep(pause)
 
 
 def click(x, y, pause=0.3):
     """A press and release held briefly, as caption buttons' tracking loops need."""
-    xdotool("mousemove", x, y)
-    time.sleep(0.1)
-    xdotool("mousedown", 1)
-    time.sleep(0.08)
-    xdotool("mouseup", 1)
+    run("xdotool", "mousemove", x, y, "sleep", 0.1, "mousedown", 1, "sleep", 0.08, "mouseup", 1)
     time.sleep(pause)
 
 
-def windows_path(path):
-    return "Z:" + path.replace("/", "\\")
+def dialog(title, *keys, timeout=20, pause=0.3):
+    """Keys to that window once it has the keyboard, given it if need be: there is no window
+    manager to hand it over, and keys sent before it has it are lost."""
+    found = wait_for(lambda: windows_named(title), timeout, f"the window '{title}'")
+    for wait in 2.0, 1.0:
+        if wait_for(lambda: run("xdotool", "getwindowfocus").strip() in found, wait):
+            break
+        run("xdotool", "windowfocus", found[0])
+    time.sleep(0.3)
+    key(*keys, pause=pause)
+    return found[0]
+
+
+def open_help(folder):
+    """Checks the Puz and Col folders where the program runs, and opens its help."""
+    assert all(os.path.isdir(os.path.join(folder, name)) for name in ("Puz", "Col")), folder
+    click(702, 35, pause=2.0)
+    wait_for(lambda: windows_named("Wine Help"), 30, "the help")
+    click(900, 700)  # the keys back to the program
+
+
+def registry(name, path=OPTIONS_KEY):
+    out = run(WINE, "reg", "query", path, "/v", name)
+    match = re.search(r"^\s*" + re.escape(name) + r"\s+REG_\w+[ \t]+(.*)$", out, re.M)
+    return match.group(1).strip() if match else None
+
+
+def read_puzzle(path):
+    """The puzzle area's origin and each piece: its box and its cell's top-left (in its
+    window's coordinates), its place in the stacking order, set, tray, and offset in the file."""
+    data = open(path, "rb").read()
+    header = struct.unpack_from("<12i", data, 7)
+    width, height, groups, trays, across, down, shape, path_length = header[2:6] + header[8:12]
+    at = 59 + path_length + 68 * trays + 24 * groups
+    pieces = []
+    for i in range(across * down):
+        x, y, z, knob, top, bottom, right, left, _g, tray = struct.unpack_from("<10i", data, at)
+        depth = 2 * knob if shape == 2 else 0
+        w = width // across + (i % across < width % across) + depth * ((left == 1) + (right == 1))
+        h = height // down + (i // across < height % down) + depth * ((top == 1) + (bottom == 1))
+        cell = (x + depth * (left == 1), y + depth * (top == 1))
+        pieces.append(Piece((x, y, x + w, y + h), cell, z, data[at + 40], tray, at))
+        at += 44
+    return header[:2], pieces
 
 
 class Screen:
-    """The display's pixels, once two shots in a row agree (the program may still be drawing
-    what the last input asked for)."""
+    """The display's pixels once two shots agree (drawing may be under way); kept if named."""
 
-    def __init__(self, path=None, settle=True):
+    def __init__(self, name=None, settle=True):
         grab = ["import", "-window", "root", "-depth", "8", "ppm:-"]
         raw = subprocess.run(grab, capture_output=True, check=True).stdout
         for _ in range(30 if settle else 0):
             time.sleep(0.1)
-            again = subprocess.run(grab, capture_output=True, check=True).stdout
-            if again == raw:
+            raw, last = subprocess.run(grab, capture_output=True, check=True).stdout, raw
+            if raw == last:
                 break
-            raw = again
         match = re.match(rb"P6\s+(\d+)\s+(\d+)\s+\d+\s", raw)
-        self.width = int(match.group(1))
-        self.data = raw[match.end():]
-        if path:
-            subprocess.run(["convert", "ppm:-", path], input=raw, check=True)
+        self.width, self.data = int(match.group(1)), raw[match.end():]
+        if name:
+            subprocess.run(["convert", "ppm:-", f"{SHOTS}/{name}.png"], input=raw, check=True)
 
     def pixel(self, x, y):
         i = 3 * (y * self.width + x)
         return tuple(self.data[i:i + 3])
 
-    def where(self, test, region, step=2):
-        left, top, right, bottom = region
-        return [(x, y) for y in range(top, bottom, step) for x in range(left, right, step)
-                if test(x, y)]
-
     def differences(self, other, region, step=2):
-        return len(self.where(lambda x, y: self.pixel(x, y) != other.pixel(x, y), region, step))
+        left, top, right, bottom = region
+        return sum(self.pixel(x, y) != other.pixel(x, y) for y in range(top, bottom, step)
+                   for x in range(left, right, step))
 
     def count(self, colour, region):
-        return len(self.where(lambda x, y: self.pixel(x, y) == colour, region))
-
-    def box_of(self, colour, region):
-        """The box of a colour's pixels in region, to within the two pixels sampled."""
-        xs, ys = zip(*self.where(lambda x, y: self.pixel(x, y) == colour, region))
-        return (min(xs), min(ys), max(xs) + 1, max(ys) + 1)
+        left, top, right, bottom = region
+        return sum(self.pixel(x, y) == colour for y in range(top, bottom, 2)
+                   for x in range(left, right, 2))
 
 
 class Game:
-    """The program under Wine in a folder of its own (its Puz and Col go there), with the
-    settings of a first start unless keep_settings is given."""
+    """The program in a folder of its own, with a first start's settings unless kept."""
 
-    def __init__(self, exe, folder=None, keep_settings=False, language_dialog=False,
-                 title=TITLE):
+    def __init__(self, folder=None, keep_settings=False, language_dialog=False, title=TITLE):
         self.folder = folder or tempfile.mkdtemp(prefix="tovira-e2e-")
-        for name in os.listdir(os.path.dirname(exe)):  # the help files live beside it
+        for name in os.listdir(os.path.dirname(EXE)):  # the help files live beside it
             if name.startswith("ToviraPuzzle") and name[-4:] in (".hlp", ".cnt", ".chm"):
-                shutil.copy(os.path.join(os.path.dirname(exe), name), self.folder)
+                shutil.copy(os.path.join(os.path.dirname(EXE), name), self.folder)
         if not keep_settings:
             run(WINE, "reg", "delete", ROOT_KEY, "/f")
             if not language_dialog:
-                run(WINE, "reg", "add", SETTINGS_KEY + "Options", "/v", "SupLangDlg", "/t",
-                    "REG_SZ", "/d", "1", "/f")
-        self.log = open(os.path.join(self.folder, "wine.log"), "a")
-        self.process = subprocess.Popen([WINE, exe], cwd=self.folder, stdout=self.log,
-                                        stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)
-        try:
-            if title:
-                self.wait_for_main_window(title)
-        except BaseException:
-            self.close(keep_folder=True)
-            raise
+                run(WINE, "reg", "add", OPTIONS_KEY, "/v", "SupLangDlg", "/d", "1", "/f")
+        log = open(f"{SHOTS}/wine.log", "a")
+        self.process = subprocess.Popen([WINE, EXE], cwd=self.folder, stdin=subprocess.DEVNULL,
+                                        stdout=log, stderr=subprocess.STDOUT)
+        atexit.register(self.close)  # however the test ends, the program and its folder go
+        self.window = title and dialog(title, timeout=60)
 
-    def wait_for_main_window(self, title=TITLE):
-        self.window = self.dialog(title, 60)
-
-    def setting(self, leaf, name):
-        """A value under the program's registry key, or None."""
-        out = run(WINE, "reg", "query", SETTINGS_KEY + leaf, "/v", name)
-        match = re.search(re.escape(name) + r"\s+REG_SZ\s*(.*)", out)
-        return match.group(1).strip() if match else None
+    def restart(self, **options):
+        self.close(keep_folder=True)
+        return Game(folder=self.folder, keep_settings=True, **options)
 
     def geometry(self):
-        """The client area's top-left on the screen, and its size: the frame, caption and menu
-        bar of this Wine setup take 4 pixels left, 42 above, 4 right and 4 below."""
-        out = xdotool("getwindowgeometry", self.window)
-        x, y, w, h = [int(v) for v in re.search(r"Position: (-?\d+),(-?\d+)", out).groups() +
-                      re.search(r"Geometry: (\d+)x(\d+)", out).groups()]
-        return x + 4, y + 42, w - 8, h - 46
+        """The client area's left, top, width and height on the screen: this Wine setup's
+        frame, caption and menu bar take 4 pixels left, 42 above, 4 right and 4 below."""
+        out = run("xdotool", "getwindowgeometry", "--shell", self.window)
+        g = {name: int(value) for name, value in (v.split("=") for v in out.split())}
+        return g["X"] + 4, g["Y"] + 42, g["WIDTH"] - 8, g["HEIGHT"] - 46
 
     def at(self, x, y):
-        """Where client point (x, y) of the main window shows on the screen."""
-        return x + self.geometry()[0], y + self.geometry()[1]
-
-    def key(self, *keys, pause=0.3):
-        press(*keys, pause=pause)
-
-    def click(self, x, y, pause=0.3):
-        click(x, y, pause)
+        return tuple(a + b for a, b in zip((x, y), self.geometry()))
 
     def carry(self, start, end, steps=6):
-        """Picks up what lies at start, moves it as a hand would, and drops it at end."""
-        self.click(*start)
+        """Picks up what lies at start and drops it at end, moving as a hand would."""
+        click(*start)
         for i in range(1, steps + 1):
-            xdotool("mousemove", start[0] + (end[0] - start[0]) * i // steps,
-                    start[1] + (end[1] - start[1]) * i // steps)
+            run("xdotool", "mousemove", start[0] + (end[0] - start[0]) * i // steps,
+                start[1] + (end[1] - start[1]) * i // steps)
             time.sleep(0.05)
-        self.click(*end, pause=0.6)
+        click(*end, pause=0.6)
 
-    def menu(self, mnemonic, item):
-        self.key("alt+" + mnemonic, item)
+    def file_dialog(self, title, path):
+        dialog(title)
+        run("xdotool", "type", "--delay", 20, "Z:" + path.replace("/", "\\"))
+        key("Return", pause=1.0)
 
-    def dialog(self, title, timeout=20):
-        """The window of that title once it is up and has the keyboard."""
-        try:
-            found = wait_for(lambda: windows_named("^" + re.escape(title) + "$"), timeout,
-                             f"the window '{title}'")
-        except AssertionError:
-            Screen(os.path.join(tempfile.gettempdir(), "tovira-no-window.png"), settle=False)
-            raise
-        focus(found)
-        time.sleep(0.3)
-        return found[0]
+    def size_dialog(self, title, first, second):
+        dialog(title, "ctrl+a")
+        run("xdotool", "type", "--delay", 20, first)
+        key("Tab", "ctrl+a")
+        run("xdotool", "type", "--delay", 20, second)
+        key("Return", pause=0.8)
 
-    def answer_file_dialog(self, title, path):
-        self.dialog(title)
-        xdotool("type", "--delay", 20, windows_path(path))
-        self.key("Return", pause=1.0)
+    def open_image(self, path, size, pieces):
+        """Answers the dialogs of Open Image or Insert Image."""
+        self.file_dialog("Open", path)
+        self.size_dialog("Enter Puzzle Size in pixels", *size)
+        self.size_dialog("Enter Number of Pieces", *pieces)
 
-    def answer_size_dialog(self, title, first, second):
-        self.dialog(title)
-        for keys, value in ((["ctrl+a"], first), (["Tab", "ctrl+a"], second)):
-            self.key(*keys)
-            xdotool("type", "--delay", 20, value)
-        self.key("Return", pause=0.8)
-
-    def open_image(self, path, width, height, columns, rows):
-        self.menu("p", "o")
-        self.answer_file_dialog("Open", path)
-        self.answer_size_dialog("Enter Puzzle Size in pixels", width, height)
-        self.answer_size_dialog("Enter Number of Pieces", columns, rows)
+    def make(self, size=None, pieces=None):
+        """Make, after a new size and number of pieces if given."""
+        for item, value, title in (("z", size, "Enter Puzzle Size in pixels"),
+                                   ("n", pieces, "Enter Number of Pieces")):
+            if value:
+                key("alt+p", item)
+                self.size_dialog(title, *value)
+        key("alt+p", "m")
+        time.sleep(1.0)
 
     def open_puzzle(self, path):
-        self.menu("p", "p")
-        self.answer_file_dialog("Open", path)
+        key("alt+p", "p")
+        self.file_dialog("Open", path)
 
     def save(self):
-        self.menu("p", "s")
-        time.sleep(0.5)
+        key("alt+p", "s", pause=0.8)
 
     def save_as(self, path):
-        self.menu("p", "a")
-        self.answer_file_dialog("Save As", path)
+        key("alt+p", "a")
+        self.file_dialog("Save As", path)
 
-    def resize_by(self, dx, dy):
-        """Sizes the window with the system menu's Size and the arrow keys, 8 pixels a key:
-        the first arrow picks the edge."""
-        for pick, less, more, change in (("Right", "Left", "Right", dx), ("Down", "Up", "Down", dy)):
-            self.key("alt+space", "s", pick, pause=0.4)
-            self.key(*([less if change < 0 else more] * (abs(change) // 8)), pause=0.04)
-            self.key("Return", pause=0.8)
+    def exit_by_menu(self, item="x"):
+        """Exits by the Puzzle menu (Salir is its l in Spanish); the help goes with it."""
+        key("alt+p", item)
+        assert self.process.wait(30) == 0
+        wait_for(lambda: not windows_named("Wine Help"), 10, "the help to close with the program")
 
-    def exit_by_menu(self, timeout=30):
-        self.menu("p", "x")
-        return self.process.wait(timeout)
-
-    def kill(self):
-        """Ends the program as a crash or a power cut would: no shutdown runs."""
-        for pid in run("pgrep", "-f", "ToviraPuzzle").split():
-            with open(f"/proc/{pid}/comm") as comm:
-                if comm.read().startswith("ToviraPuzzle"):
-                    os.kill(int(pid), 9)
-        self.process.wait(10)
+    def pid(self):
+        """The program's own process, whichever Wine process started it."""
+        return next(int(p) for p in run("pgrep", "-f", "ToviraPuzzle").split()
+                    if open(f"/proc/{p}/comm").read().startswith("ToviraPuzzle"))
 
     def close(self, keep_folder=False):
-        if self.process.poll() is None:
-            self.process.kill()
-            self.process.wait(10)
-        self.log.close()
+        self.process.kill()  # nothing if it has ended
+        self.process.wait(10)
         if not keep_folder:
             shutil.rmtree(self.folder, ignore_errors=True)

@@ -7,139 +7,92 @@ and in the next run the default collection, the options and the recent puzzle ar
 import os
 import shutil
 import struct
-import sys
 import time
 
-from game import Game, Screen, windows_named, windows_path
-from puzzle_file import CELL, CELLS, write
+from game import CELL, CELLS, CELLS_PICTURE, PICTURES, Game, Screen, dialog, key, read_puzzle
+from game import windows_named
 
-exe, shots, pictures = sys.argv[1:4]
 RED, LIME, BLUE, YELLOW, MAGENTA, CYAN = CELLS
 ORIGIN = (240, 420)  # the puzzle area, in the main window's client area
 SLOTS = [(620, 100), (800, 100), (620, 260), (800, 260), (560, 500), (820, 500)]
+MIDDLES = [(x + 60, y + 60) for x, y in SLOTS]
 BOARD = (120, 60, 1024, 760)  # right of the tray column
 TRAY = (0, 160, 80, 700)      # a tray's content under the preview, clear of its bars
 
+game = Game()
+picture, moved, start, kept, crafted, fpc = (os.path.join(game.folder, name) for name in (
+    "mine.bmp", "moved.bmp", "start.fpp", "kept.fpp", "crafted.fpp", "two.fpc"))
+shutil.copy(CELLS_PICTURE, picture)
+# The cells puzzle at ORIGIN, its pieces loose in SLOTS and stacked in that order.
+name = ("Z:" + picture.replace("/", "\\")).encode()
+header = struct.pack("<12iBBxx", *ORIGIN, 360, 240, 0, 0, 0, 0, 3, 2, 1, len(name), 0, 1)
+loose = [struct.pack("<10iBBBx", x, y, z, *[0] * 8, 1, 0) for z, (x, y) in enumerate(SLOTS)]
+open(start, "wb").write(b"v001.0\0" + header + name + b"".join(loose))
+game.open_puzzle(start)
+Screen("keep-opened")
+game.carry(game.at(*MIDDLES[0]), game.at(ORIGIN[0] + 62, ORIGIN[1] + 61))
+game.carry(game.at(*MIDDLES[5]), game.at(SLOTS[4][0] + CELL + 62, SLOTS[4][1] + 62))
+key("alt+p", "t", pause=1.1)  # a tray under the preview, and yellow into it
+game.carry(game.at(*MIDDLES[3]), (50, 400))
+game.save_as(kept)
+pieces = read_puzzle(kept)[1]
+assert pieces[0].set and pieces[0].cell == ORIGIN, "red is not set at home"
+assert pieces[5].cell == (SLOTS[4][0] + CELL, SLOTS[4][1]), "cyan did not join magenta"
 
-def near(a, b, tolerance=2):
-    return abs(a[0] - b[0]) <= tolerance and abs(a[1] - b[1]) <= tolerance
+# Killed 40 s after a carry: the next start offers the puzzle back, as it lay.
+game.carry(game.at(*MIDDLES[1]), game.at(700, 600))
+time.sleep(40)
+before, preview = Screen("keep-before-kill"), game.at(10, 40)
+os.kill(game.pid(), 9)  # as a crash or a power cut would: no shutdown runs
+game = game.restart(title=None)
+dialog("Restore puzzle", "Return", timeout=60, pause=2.0)  # Yes, the default
+after = Screen("keep-restored")
+for region in BOARD, TRAY:
+    assert before.differences(after, region, 1) == 0, f"{region} differs from before the kill"
 
+# A crafted file whose group lies a million pixels apart is refused; play goes on.
+data = bytearray(open(kept, "rb").read())
+struct.pack_into("<2i", data, pieces[5].at, -1047892, -261641)
+open(crafted, "wb").write(data)
+game.open_puzzle(crafted)
+dialog("File error", "Return", pause=0.5)
+assert game.process.poll() is None and after.differences(Screen("keep-refused"), BOARD) == 0
 
-def shot(name):
-    return Screen(os.path.join(shots, f"keep-{name}.png"))
+# The picture moved away: the player is told which, and finds it (the next run reopens it).
+os.rename(picture, moved)
+game.open_puzzle(kept)
+dialog("File error", "Return", pause=0.5)  # Yes: look for it
+game.file_dialog("Open", moved)
+found = Screen("keep-found")
+assert found.count(YELLOW, TRAY) > 1000 and found.count(CYAN, BOARD) > 3000
+game.save()
 
+# A collection of two pictures, saved, closed, reopened from its recent list.
+key("alt+o", "d")  # no piece outlines, kept for the next run
+found = Screen()
+key("alt+c", "n")
+for path, size, grid in ((CELLS_PICTURE, (360, 240), (3, 2)),
+                         (os.path.join(PICTURES, "picture300x200.bmp"), (300, 200), (6, 4))):
+    key("alt+c", "i")
+    game.open_image(path, size, grid)
+key("alt+c", "s")
+game.file_dialog("Save As", fpc)
+key("alt+c", "l")  # closed: the preview is white
+assert Screen().pixel(*preview) == (255, 255, 255)
+key("alt+c", "c", "1", pause=0.8)
+assert Screen().pixel(*preview) == RED, "the collection did not open at its first"
+key("alt+c", "x")
+assert Screen().pixel(*preview) != RED
+key("alt+c", "p", "alt+c", "d")  # back, and the default collection from now on
+key("alt+o", "Return")           # the simple interface
+game.exit_by_menu()
 
-def slot(i):
-    """The middle of the piece the start file put in slot i."""
-    return at(SLOTS[i][0] + 60, SLOTS[i][1] + 60)
-
-
-game = Game(exe)
-folder = game.folder
-picture = os.path.join(folder, "mine.bmp")
-shutil.copy(os.path.join(pictures, "cells.bmp"), picture)
-start, kept = os.path.join(folder, "start.fpp"), os.path.join(folder, "kept.fpp")
-write(start, picture, ORIGIN, [(x, y, 0, 0, 0) for x, y in SLOTS])
-try:
-    game.open_puzzle(start)
-    # Where the client area lies on the screen: the red piece is where the file put it.
-    red = shot("opened").box_of(RED, BOARD)
-    dx, dy = red[0] - SLOTS[0][0], red[1] - SLOTS[0][1]
-
-    def at(x, y):
-        return x + dx, y + dy
-
-    game.carry(slot(0), at(ORIGIN[0] + 62, ORIGIN[1] + 61))
-    game.carry(slot(5), at(SLOTS[4][0] + CELL + 62, SLOTS[4][1] + 62))
-    game.menu("p", "t")  # a tray under the preview, and yellow into it
-    time.sleep(0.8)
-    game.carry(slot(3), (50, 400))
-    played = shot("played")
-    assert near(played.box_of(RED, BOARD)[:2], at(*ORIGIN)), "red is not set at home"
-    assert near(played.box_of(CYAN, BOARD)[:2], played.box_of(MAGENTA, BOARD)[2:3] +
-                played.box_of(MAGENTA, BOARD)[1:2]), "cyan did not join magenta"
-    assert played.count(YELLOW, TRAY) > 1000, "yellow is not in the tray"
-    game.save_as(kept)
-
-    # Killed 40 s after a carry: the next start offers the puzzle back, as it lay.
-    game.carry(slot(1), at(700, 600))
-    time.sleep(40)
-    before = shot("before-kill")
-    game.kill()
-    game.close(keep_folder=True)
-    game = Game(exe, folder=folder, keep_settings=True, title=None)
-    game.dialog("Restore puzzle", 60)
-    game.key("Return", pause=2.0)  # Yes, the default
-    after = shot("restored")
-    for region in BOARD, TRAY:
-        assert before.differences(after, region, 1) == 0, f"{region} differs from before the kill"
-
-    # A crafted file whose group lies a million pixels apart is refused; play goes on.
-    data = bytearray(open(kept, "rb").read())
-    path_length, trays, groups = struct.unpack_from("<i", data, 51)[0], data[27], data[23]
-    cyan = 59 + path_length + 68 * trays + 24 * groups + 44 * 5
-    struct.pack_into("<2i", data, cyan, -1047892, -261641)
-    crafted = os.path.join(folder, "crafted.fpp")
-    open(crafted, "wb").write(data)
-    game.open_puzzle(crafted)
-    game.dialog("File error")
-    game.key("Return", pause=0.5)
-    assert game.process.poll() is None and after.differences(shot("refused"), BOARD) == 0
-
-    # The picture moved away: the player is told which, and finds it.
-    moved = os.path.join(folder, "moved.bmp")
-    os.rename(picture, moved)
-    game.open_puzzle(kept)
-    game.dialog("File error")
-    game.key("Return", pause=0.5)  # Yes: look for it
-    game.answer_file_dialog("Open", moved)
-    found = shot("found")
-    assert found.count(YELLOW, TRAY) > 1000 and found.count(CYAN, BOARD) > 3000
-    game.save()
-    assert windows_path(moved).encode() in open(kept, "rb").read()
-
-    # A collection of two pictures, saved, closed, reopened from its recent list.
-    game.menu("o", "d")  # no piece outlines, kept for the next run
-    found = Screen()
-    fpc = os.path.join(folder, "two.fpc")
-    game.menu("c", "n")
-    for name, size, pieces in (("cells.bmp", (360, 240), (3, 2)),
-                               ("picture300x200.bmp", (300, 200), (6, 4))):
-        game.menu("c", "i")
-        game.answer_file_dialog("Open", os.path.join(pictures, name))
-        game.answer_size_dialog("Enter Puzzle Size in pixels", *size)
-        game.answer_size_dialog("Enter Number of Pieces", *pieces)
-    game.menu("c", "s")
-    game.answer_file_dialog("Save As", fpc)
-    game.menu("c", "l")  # closed: the preview is white
-    assert Screen().pixel(10 + dx, 40 + dy) == (255, 255, 255)
-    game.key("alt+c", "c", "1", pause=0.8)
-    assert Screen().pixel(10 + dx, 40 + dy) == RED, "the collection did not open at its first"
-    game.menu("c", "x")
-    assert Screen().pixel(10 + dx, 40 + dy) != RED
-    game.menu("c", "p")
-    game.menu("c", "d")              # the default collection from now on
-    game.key("alt+o", "Return")      # the simple interface
-    assert game.exit_by_menu() == 0
-    game.close(keep_folder=True)
-
-    # The next run: the default collection in the simple interface, the recent puzzle back.
-    game = Game(exe, folder=folder, keep_settings=True)
-    assert not windows_named("^Restore puzzle$"), "a clean exit left a puzzle to restore"
-    assert Screen().pixel(10 + dx, 40 + dy) == RED
-    game.menu("p", "o")  # Open Image is grayed in this interface
-    time.sleep(1.0)
-    assert windows_named("^Open$") == [], "Open Image ran in the simple interface"
-    game.key("Escape", "Escape")
-    game.key("alt+p", "u", "1", pause=1.5)
-    assert found.differences(shot("reopened"), BOARD, 1) == 0
-    assert game.exit_by_menu() == 0
-    assert game.setting("Options", "Interface Type") == "0"
-    assert game.setting("Options", "Outline") == "0"
-    assert game.setting("Options", "Default Collection") == windows_path(fpc)
-    assert game.setting("History", "PuzHist0") == windows_path(kept)
-    assert game.setting("History", "ColHist0") == windows_path(fpc)
-    print("played, killed and restored, refused a crafted file, found a moved picture, kept a "
-          "collection and the options across runs")
-finally:
-    game.close()
+# The next run: the default collection in the simple interface, the recent puzzle back.
+game = game.restart()
+assert not windows_named("Restore puzzle"), "a clean exit left a puzzle to restore"
+assert Screen().pixel(*preview) == RED
+key("alt+p", "o", pause=1.3)  # Open Image is grayed in this interface
+assert windows_named("Open") == [], "Open Image ran in the simple interface"
+key("Escape", "Escape", "alt+p", "u", "1", pause=1.5)  # the recent puzzle
+assert found.differences(Screen("keep-reopened"), BOARD, 1) == 0
+game.exit_by_menu()
