@@ -1,6 +1,5 @@
-// Carrying pieces and groups about the board and into and out of trays: what a press picks
-// up, where the item goes and comes to rest, what it leaves behind on the board, and what a
-// tray does with what it is given.
+// Carrying pieces and groups over the board and through trays, and what a drop fits: set at
+// its place, or joined to a true neighbour within four pixels on both axes, one join a drop.
 #include <gtest/gtest.h>
 
 #include "app/app_state.h"
@@ -18,22 +17,23 @@ namespace {
 class Carrying : public ::testing::Test {
 protected:
     static constexpr int X = 680, Y = 440;
-    void SetUp() override { game::table(); }
+    void SetUp() override { game::table(1); }
     void TearDown() override { game::end(); }
-    static Tray& newTray()
+    // The cell of p at home, in main-window coordinates.
+    static POINT home(int p)
     {
-        const int id = thePuzzle.addTray(0);
-        EXPECT_TRUE(thePuzzle.findTray(id, false));
-        return *thePuzzle.foundTray;
+        const RECT at = game::cell(p);
+        const Piece& piece = thePuzzle.pieces[p];
+        return POINT{at.left + piece.homeX - piece.x, at.top + piece.homeY - piece.y};
     }
-    static void press(HWND window, int x, int y) { game::dropIn(window, x, y); }
 };
+using Dropping = Carrying;
 
 }  // namespace
 
-TEST_F(Carrying, APressPicksUpTheItemWithoutMovingItAndTheNextDropsItWhereItLies)
+TEST_F(Carrying, APressPicksUpTheItemAsItLiesTheNextDropsItThereACommandPutsItDown)
 {
-    press(thePuzzle.mainWindow, 900, 300);  // nothing there
+    game::dropIn(thePuzzle.mainWindow, 900, 300);  // nothing there
     EXPECT_FALSE(dragState.dragging);
     game::place(9, X, Y);
     game::carry(10, X + 50, Y);
@@ -43,75 +43,66 @@ TEST_F(Carrying, APressPicksUpTheItemWithoutMovingItAndTheNextDropsItWhereItLies
     const RECT before = game::cell(10);
     appState.soundOn = true;
     game::pickUp(10);
-    EXPECT_EQ(IDW_CLICK, lastSoundPlayed());
-    ASSERT_TRUE(dragState.dragging);
-    EXPECT_TRUE(game::same(before, game::cell(10)));
+    ASSERT_TRUE(dragState.dragging && game::same(before, game::cell(10)));
+    EXPECT_TRUE(lastSoundPlayed() == IDW_CLICK && GetCursor() == appState.crossCursor);
     // The whole group comes up, on top, in the order its members joined.
     int z = thePuzzle.pieceCount - 3;
     for (int member : {10, 9, 17})
         EXPECT_EQ(z++, thePuzzle.pieces[member].zIndex) << member;
-    EXPECT_EQ(appState.crossCursor, GetCursor());
     // Dropped over another piece: it rests there, neither set nor joined.
     game::moveBy(-230, 10);
     game::drop();
-    EXPECT_EQ(IDW_CLICK, lastSoundPlayed());
-    EXPECT_FALSE(dragState.dragging);
-    EXPECT_EQ(X - 230, game::cell(9).left);
-    EXPECT_EQ(Y + 60, game::cell(17).top);
-    EXPECT_EQ(X - 200, game::cell(20).left);
+    EXPECT_TRUE(!dragState.dragging && lastSoundPlayed() == IDW_CLICK);
+    EXPECT_TRUE(game::cell(9).left == X - 230 && game::cell(17).top == Y + 60 &&
+                game::cell(20).left == X - 200);
     game::carry(11, X - 230 + 100 + 2, Y + 10);  // a join snaps
     EXPECT_EQ(IDW_SNAP, lastSoundPlayed());
     appState.soundOn = false;
-}
 
-TEST_F(Carrying, AnItemNeverReachesTheToolbar)
-{
-    game::place(9, X, 200);
-    game::pickUp(9);
+    // Over the toolbar, or with its top at the toolbar's bottom, it stays; a pixel lower, it goes.
+    game::place(30, X, 200);
+    game::pickUp(30);
     const int toolbar = appState.toolbarRect.bottom, grab = thePuzzle.grabOffsetY;
-    for (int y : {toolbar - 5, toolbar + grab}) {  // over the toolbar; its top at its bottom
+    const int top = thePuzzle.pieces[30].y;
+    for (int y : {toolbar - 5, toolbar + grab, toolbar + grab + 1}) {
         SendMessageA(thePuzzle.mainWindow, WM_MOUSEMOVE, 0, MAKELPARAM(thePuzzle.dragLastX, y));
-        EXPECT_EQ(appState.noCursor, GetCursor());
-        EXPECT_EQ(200, game::cell(9).top);
+        const bool below = y > toolbar + grab;
+        EXPECT_EQ(below ? toolbar + 1 : top, thePuzzle.pieces[30].y);
+        EXPECT_EQ(below ? appState.crossCursor : appState.noCursor, GetCursor());
     }
-    SendMessageA(thePuzzle.mainWindow, WM_MOUSEMOVE, 0,
-                 MAKELPARAM(thePuzzle.dragLastX, toolbar + grab + 1));
-    EXPECT_EQ(toolbar + 1, thePuzzle.pieces[9].y);
-    game::drop();
+    game::command(IDM_SHUFFLE);
+    EXPECT_TRUE(!dragState.dragging && thePuzzle.dragImageDC == nullptr);
+    game::pickUp(30);  // the next press picks up again, not drops a stale item
+    EXPECT_TRUE(dragState.dragging);
 }
 
 TEST_F(Carrying, WhateverHappensDuringACarryItLeavesNoTraceOnTheBoard)
 {
-    // Each picks an item up, and something happens while it is carried.
-    const struct {
-        const char* what;
-        std::function<void()> meanwhile;
-    } cases[] = {
-        {"the piece dropped just before, crossed", [] { game::pickUp(20); }},
-        {"the puzzle area scrolled",
-         [] {
-             game::make(1000, 700, 10, 7);  // larger than the area
-             game::place(20, X + 150, Y);
-             game::pickUp(20);
-             game::moveBy(-60, 20);
-             ScrollView(appState.hScrollBar, thePuzzle.scrollX, SB_PAGEDOWN, SB_CTL, 0, 0);
-             EXPECT_GT(thePuzzle.scrollX, 0);
-         }},
-        {"a tray scrolled",
-         [] {
-             Tray& tray = newTray();
-             game::carryInto(30, tray.window, tray.viewWidth - 20, 50);  // sticks out
-             game::pickUp(20);
-             ScrollView(tray.window, tray.scrollX, SB_LINEDOWN, SB_HORZ, tray.id, 0);
-             EXPECT_EQ(1, tray.scrollX);
-         }},
+    const std::function<void()> meanwhile[] = {
+        [] { game::pickUp(20); },  // the piece dropped just before, crossed
+        [] {
+            game::make(1000, 700, 10, 7);  // larger than the area, scrolled
+            game::place(20, X + 150, Y);
+            game::pickUp(20);
+            game::moveBy(-60, 20);
+            ScrollView(appState.hScrollBar, thePuzzle.scrollX, SB_PAGEDOWN, SB_CTL, 0, 0);
+            EXPECT_GT(thePuzzle.scrollX, 0);
+        },
+        [] {
+            thePuzzle.addTray(0);
+            Tray& tray = *thePuzzle.lastTray;
+            game::carryInto(30, tray.window, tray.viewWidth - 20, 50);  // sticks out
+            game::pickUp(20);
+            ScrollView(tray.window, tray.scrollX, SB_LINEDOWN, SB_HORZ, tray.id, 0);
+            EXPECT_EQ(1, tray.scrollX);
+        },
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const auto& happen : meanwhile) {
+        SCOPED_TRACE(&happen - meanwhile);
         SetUp();
         game::place(20, X + 150, Y);
         game::carry(9, X, Y);
-        c.meanwhile();
+        happen();
         game::moveBy(-150, 10);
         game::moveBy(-100, 80);
         game::drop();
@@ -119,78 +110,58 @@ TEST_F(Carrying, WhateverHappensDuringACarryItLeavesNoTraceOnTheBoard)
     }
 }
 
-TEST_F(Carrying, ACommandPutsTheCarriedItemDownFirst)
-{
-    game::place(9, X, Y);
-    game::pickUp(9);
-    game::moveBy(30, 30);
-    game::command(IDM_SHUFFLE);
-    EXPECT_FALSE(dragState.dragging);
-    EXPECT_EQ(nullptr, thePuzzle.dragImageDC);
-    game::pickUp(9);  // the next press picks up again, not drops a stale item
-    EXPECT_TRUE(dragState.dragging);
-    game::drop();
-}
-
 TEST_F(Carrying, ATrayTakesItemsWhereTheyShowAndGivesThemBack)
 {
-    Tray& tray = newTray();
-    EXPECT_EQ(1, tray.id);
+    thePuzzle.addTray(0);
+    const Tray& tray = *thePuzzle.lastTray;
     char title[64];
     GetWindowTextA(tray.window, title, sizeof title);
     EXPECT_STREQ("Tray  1", title);
     game::place(9, 600, 450);
     game::carry(10, 650, 450);
+    // 8 on the board where 9 fits against it in the tray's coordinates: no join across windows.
+    game::place(8, 10 - 50, 20);
     game::carryInto(9, tray.window, 10, 20);
-    for (int p : {9, 10})
-        EXPECT_EQ(1, thePuzzle.pieces[p].trayId) << p;
-    EXPECT_EQ(10, game::cell(9).left);
-    EXPECT_EQ(60, game::cell(10).left);
-    EXPECT_EQ(1, thePuzzle.firstGroup->trayId);
+    EXPECT_FALSE(game::joined(8, 9));
+    EXPECT_TRUE(thePuzzle.pieces[9].trayId == 1 && thePuzzle.pieces[10].trayId == 1 &&
+                thePuzzle.firstGroup->trayId == 1);
+    EXPECT_TRUE(game::cell(9).left == 10 && game::cell(9).top == 20 && game::cell(10).left == 60);
     // Drawn there as a repaint draws it: the group whole, with one outline.
     const Snapshot arrived(tray.imageDC, 0, 0, tray.viewWidth, tray.viewHeight);
     thePuzzle.repaintRect(RECT{0, 0, tray.viewWidth, tray.viewHeight}, 1, nullptr);
     EXPECT_TRUE(arrived == Snapshot(tray.imageDC, 0, 0, tray.viewWidth, tray.viewHeight));
 
-    // In a tray, a piece is neither set nor joined to one on the board lying where it shows.
-    POINT at{10 - 50, 20};
-    MapWindowPoints(tray.window, thePuzzle.mainWindow, &at, 1);
-    game::place(8, at.x, at.y);
-    int n, x, y;
-    EXPECT_FALSE(thePuzzle.findJoin(9, n, x, y));
-    // Holding pieces, it refuses to close, even while they are carried out; empty, it closes.
+    // Holding pieces it refuses to close, and it ignores the command during a carry; empty,
+    // it closes.
     SendMessageA(tray.window, WM_SYSCOMMAND, SC_CLOSE, 0);
     EXPECT_EQ(1, thePuzzle.trayCount);
-    HWND window = tray.window;
     game::pickUp(9);
-    SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
+    SendMessageA(tray.window, WM_SYSCOMMAND, SC_CLOSE, 0);
     EXPECT_EQ(1, thePuzzle.trayCount);
-    const RECT carried = game::cell(9);
-    POINT target{carried.left, carried.top};
-    MapWindowPoints(window, thePuzzle.mainWindow, &target, 1);
-    game::moveBy(600 - target.x, 400 - target.y);
+    POINT at{600, 400};
+    MapWindowPoints(thePuzzle.mainWindow, tray.window, &at, 1);
+    game::moveBy(at.x - 10, at.y - 20);
     game::dropIn(thePuzzle.mainWindow, 600, 400);
-    EXPECT_EQ(0, thePuzzle.pieces[10].trayId);
-    EXPECT_EQ(600, game::cell(9).left);
-    EXPECT_EQ(400, game::cell(9).top);
-    SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
+    EXPECT_TRUE(thePuzzle.pieces[10].trayId == 0 && game::cell(9).left == 600 &&
+                game::cell(9).top == 400);
+    SendMessageA(tray.window, WM_SYSCOMMAND, SC_CLOSE, 0);
     EXPECT_EQ(0, thePuzzle.trayCount);
     EXPECT_EQ(2, thePuzzle.addTray(0));  // ids are never reused
 }
 
-TEST_F(Carrying, ATrayGrowsForWhatSticksOutAndScrollsToIt)
+TEST_F(Carrying, ATrayGrowsForWhatSticksOutScrollsToItAndRefusesTooMuch)
 {
-    Tray& tray = newTray();
+    thePuzzle.addTray(0);
+    Tray& tray = *thePuzzle.lastTray;
     const int view = tray.viewWidth;
     game::carryInto(9, tray.window, view - 20, 40);
     const Piece& piece = thePuzzle.pieces[9];
-    EXPECT_TRUE(tray.hasHScroll);
-    EXPECT_EQ(piece.x + piece.width, tray.contentWidth);
+    EXPECT_TRUE(tray.hasHScroll && tray.contentWidth == piece.x + piece.width);
     const int before = piece.x;
     ScrollView(tray.window, tray.scrollX, SB_LINEDOWN, SB_HORZ, tray.id, 0);
     EXPECT_EQ(before - 1, piece.x);
-    ScrollView(tray.window, tray.scrollX, SB_PAGEDOWN, SB_HORZ, tray.id, 0);
-    EXPECT_EQ(tray.contentWidth - view, tray.scrollX);                          // stops at the end
+    ScrollView(tray.window, tray.scrollX, SB_PAGEDOWN, SB_HORZ, tray.id, 0);  // to the end
+    EXPECT_EQ(tray.contentWidth - view, tray.scrollX);
     ScrollView(tray.window, tray.scrollX, SB_THUMBTRACK, SB_HORZ, tray.id, 0);  // nothing moves
     EXPECT_EQ(before - tray.scrollX, piece.x);
     // Scrolled, the content grows from where the view shows it.
@@ -199,26 +170,76 @@ TEST_F(Carrying, ATrayGrowsForWhatSticksOutAndScrollsToIt)
     EXPECT_EQ(tray.scrollX + right.x + right.width, tray.contentWidth);
     ScrollView(tray.window, tray.scrollX, SB_TOP, SB_HORZ, tray.id, 0);
     EXPECT_EQ(before, piece.x);
-
-    // Left of the content, an item makes its edge the content's new origin.
+    // Left of the content, an item makes its edge the content's new origin, and 11 stays within.
     game::carryInto(17, tray.window, -15, 200);
-    EXPECT_EQ(thePuzzle.pieces[17].x, tray.contentLeft);
-    EXPECT_EQ(-thePuzzle.pieces[17].x, tray.scrollX);
+    EXPECT_TRUE(tray.contentLeft == thePuzzle.pieces[17].x && tray.scrollX == -tray.contentLeft &&
+                tray.scrollX + right.x + right.width == tray.contentWidth);
     // Enlarged until the bar goes, the tray shows its contents from the start again.
     RECT frame;
     GetWindowRect(tray.window, &frame);
-    MapWindowPoints(nullptr, thePuzzle.mainWindow, reinterpret_cast<POINT*>(&frame), 2);
-    MoveWindow(tray.window, frame.left, frame.top, frame.right - frame.left + 300,
-               frame.bottom - frame.top + 60, TRUE);
-    EXPECT_FALSE(tray.hasHScroll);
-    EXPECT_EQ(0, tray.scrollX);
+    SetWindowPos(tray.window, nullptr, 0, 0, frame.right - frame.left + 300,
+                 frame.bottom - frame.top + 60, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_TRUE(!tray.hasHScroll && tray.scrollX == 0);
 
-    // Beyond what a tray may hold, the drop is refused and the item stays in hand.
     game::pickUp(20);
     game::moveBy(MaxTrayContentSide + 100, 0);
     EXPECT_EQ("System Error: Problems creating puzzle. System low in resources\n",
               game::answering([&] { game::dropIn(tray.window, 5, 5); }));
-    EXPECT_TRUE(dragState.dragging);
-    EXPECT_EQ(0, thePuzzle.pieces[20].trayId);
-    EXPECT_EQ(3, tray.pieces.count);  // 9, 11 and 17 as they were
+    // Still in hand, and the tray holds 9, 11 and 17 as they were.
+    EXPECT_TRUE(dragState.dragging && thePuzzle.pieces[20].trayId == 0 && tray.pieces.count == 3);
+}
+
+TEST_F(Dropping, WithinFourPixelsAPieceJoinsANeighbourOnEverySideOrIsSetAtHome)
+{
+    // Piece 18 of this cut has a socket on every side, and each neighbour dropped against it
+    // a tab on the side it is measured from as well: every tab takes part in a snap.
+    const int targets[][3] = {{10, 0, -50}, {26, 0, 50}, {17, -50, 0}, {19, 50, 0}, {20, 0, 0}};
+    const int offsets[][2] = {{4, -4}, {-4, 4}, {0, 4}, {5, 0}, {0, 5}, {-5, -1}, {3, -5}};
+    for (const auto& [piece, x, y] : targets) {  // where it belongs against 18; 20 at home
+        for (const auto& [dx, dy] : offsets) {
+            SCOPED_TRACE(testing::Message() << piece << " off by " << dx << "," << dy);
+            SetUp();
+            game::place(18, X, Y);
+            const POINT to = piece == 20 ? home(20) : POINT{X + x, Y + y};
+            game::carry(piece, to.x + dx, to.y + dy);
+            const bool within = std::abs(dx) <= 4 && std::abs(dy) <= 4;
+            EXPECT_EQ(within, piece == 20 ? thePuzzle.pieces[20].isSet : game::joined(18, piece));
+            // Fitted, the cell lies exactly in place, without gap or overlap; else where dropped.
+            EXPECT_EQ(to.x + (within ? 0 : dx), game::cell(piece).left);
+            EXPECT_EQ(to.y + (within ? 0 : dy), game::cell(piece).top);
+            EXPECT_EQ(X, game::cell(18).left);  // the resting piece stays
+        }
+    }
+}
+
+TEST_F(Dropping, AGroupJoinsByAnyMemberOnceADropAndNearHomeIsSetRatherThanJoined)
+{
+    game::place(9, X - 120, Y);
+    game::carry(10, X - 70, Y);  // 9 and 10
+    game::place(12, X + 60, Y + 30);
+    game::carry(11, X + 10, Y + 30);  // 11 and 12, 11 left of 12
+    const RECT resting11 = game::cell(11), resting12 = game::cell(12);
+    const int dropped = thePuzzle.pieces[9].groupId;
+    game::carry(9, X + 10 - 100 - 3, Y + 30 + 2);  // 10 within 3 pixels of 11's left
+    EXPECT_EQ(1, thePuzzle.groupCount);
+    for (int p : {9, 10, 11, 12})
+        EXPECT_EQ(dropped, thePuzzle.pieces[p].groupId) << p;
+    EXPECT_TRUE(game::same(resting11, game::cell(11)) && game::same(resting12, game::cell(12)));
+    EXPECT_EQ(game::cell(11).left, game::cell(10).right);
+    // At most one join a drop: 13 between 12 and 14, both where it belongs; one side wins.
+    game::place(14, game::cell(12).right + 50, Y + 30);
+    game::carry(13, game::cell(12).right + 2, Y + 30);
+    EXPECT_NE(game::joined(13, 12), game::joined(13, 14));
+
+    // 8 lies free where it belongs: the group brought near home could join it, and is set
+    // instead, whole, and is a group no more; between set pieces no line is left.
+    const POINT home8 = home(8), home9 = home(9);
+    game::place(8, home8.x, home8.y);
+    game::carry(9, home9.x + 3, home9.y - 2);
+    EXPECT_FALSE(thePuzzle.pieces[8].isGrouped);
+    for (int p : {9, 10, 11, 12})
+        EXPECT_TRUE(thePuzzle.pieces[p].isSet && !thePuzzle.pieces[p].isGrouped) << p;
+    EXPECT_TRUE(game::boardAsRepainted());
+    game::pickUp(9);  // set for good: a press finds nothing to pick up
+    EXPECT_FALSE(dragState.dragging);
 }
