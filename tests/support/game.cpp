@@ -1,6 +1,7 @@
 #include "tests/support/game.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 
@@ -60,8 +61,8 @@ std::string valuesOf(const char* leaf)
 {
     std::string lines;
     HKEY key = nullptr;
-    if (RegOpenKeyExA(HKEY_CURRENT_USER, (std::string(SettingsKey) + "\\" + leaf).c_str(), 0,
-                      KEY_READ, &key) != ERROR_SUCCESS)
+    if (RegOpenKeyExA(HKEY_CURRENT_USER, (settingsKey() + "\\" + leaf).c_str(), 0, KEY_READ,
+                      &key) != ERROR_SUCCESS)
         return lines;
     char name[256];
     BYTE value[MAX_PATH];
@@ -141,20 +142,31 @@ std::string start(std::vector<std::string> answers)
 
 }  // namespace
 
+const std::string& settingsKey()
+{
+    static const std::string key = [] {
+        char path[MAX_PATH] = {};
+        GetModuleFileNameA(nullptr, path, MAX_PATH);
+        return "Software\\Tovira Software\\ToviraPuzzle Tests\\" +
+               std::string(strrchr(path, '\\') + 1);
+    }();
+    return key;
+}
+
 HWND window()
 {
     if (programWindow)
         return programWindow;
     // A first start: no settings, a working folder of its own, the language dialog shown.
     for (const char* leaf : {"\\Options", "\\History", ""})
-        RegDeleteKeyA(HKEY_CURRENT_USER, (std::string(SettingsKey) + leaf).c_str());
+        RegDeleteKeyA(HKEY_CURRENT_USER, (settingsKey() + leaf).c_str());
     char temp[MAX_PATH];
     GetTempPathA(MAX_PATH, temp);
     startFolder = std::string(temp) + "tovira-unit-" + std::to_string(GetCurrentProcessId());
     CreateDirectoryA(startFolder.c_str(), nullptr);
     SetCurrentDirectoryA(startFolder.c_str());
     appState.instance = GetModuleHandleA(nullptr);
-    RedirectSettings(SettingsKey);
+    RedirectSettings(settingsKey().c_str());
     RegisterWindowClasses(appState.instance);
     start({});
     firstStart = valuesOf("Options") + valuesOf("History");

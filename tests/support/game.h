@@ -13,8 +13,9 @@
 
 namespace game {
 
-// The tests keep their options and history here, away from the player's.
-constexpr const char* SettingsKey = "Software\\Tovira Software\\ToviraPuzzle Tests";
+// The tests keep their options and history away from the player's, under a key of each test
+// program's own: programs that run at once never meet in the registry.
+const std::string& settingsKey();
 // The picture whose every pixel has a colour of its own (pixels.h), 1024 x 768.
 constexpr const char* Pattern = "pattern.bmp";
 
