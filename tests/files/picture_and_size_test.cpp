@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <iterator>
 
 #include "files/picture_header.h"
 #include "files/size_dialog.h"
@@ -11,39 +10,32 @@
 
 namespace {
 
-std::string bytesOf(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
-}
-
 using Pictures = scenario::Neutral;
 using SizeDialog = Pictures;
 
 }  // namespace
 
-TEST_F(Pictures, EachFormatOpensAtItsNaturalSizeWithAPreviewOfItsShape)
+// Each format opens at its natural size with a preview of its shape; a file that is no
+// picture is refused and nothing changes.
+TEST_F(Pictures, EachFormatOpensAtItsNaturalSizeAndOthersAreRefused)
 {
     const std::pair<std::string, std::string> sizes[] = {
         {"300x200", "[100x67]"}, {"200x300", "[67x100]"}, {"200x200", "[100x100]"}};
     for (const char* format : {".bmp", ".jpg", ".gif"}) {
-        for (const auto& size : sizes) {
-            const std::string path = game::picture(("picture" + size.first + format).c_str());
+        for (const auto& [size, preview] : sizes) {
+            const std::string path = game::picture(("picture" + size + format).c_str());
             makeParameters.adjustToImage = true;  // the size dialog takes the picture's own size
             EXPECT_EQ("Enter Puzzle Size in pixels: \nEnter Number of Pieces: \n",
                       game::answering([&] { openPictureCommand(path.c_str()); }));
             EXPECT_EQ(path, loadedPicturePath);
-            EXPECT_EQ(size.first + " " + size.second, std::to_string(makeParameters.width) + "x" +
-                                                          std::to_string(makeParameters.height) +
-                                                          " " + scenario::previewOnBoard());
+            EXPECT_EQ(size, std::to_string(makeParameters.width) + "x" +
+                                std::to_string(makeParameters.height));
+            EXPECT_EQ(preview, scenario::previewOnBoard());
         }
     }
-}
 
-TEST_F(Pictures, AFileThatIsNoPictureIsRefusedAndNothingChanges)
-{
     const std::string text = game::folder() + "\\text.bmp";
-    std::ofstream(text) << "this is text, not a picture";
+    game::write(text, {'t', 'e', 'x', 't'});
     game::make(300, 200, 3, 2);
     const auto puzzle = game::kept();
     const Snapshot board = game::board();
@@ -59,9 +51,12 @@ TEST_F(Pictures, AFileThatIsNoPictureIsRefusedAndNothingChanges)
 
 TEST(PictureHeaders, StateTheSizeOfEachFormatAndNoneWhenDamaged)
 {
-    const std::string bmp = bytesOf(game::picture("picture300x200.bmp"));
-    const std::string jpg = bytesOf(game::picture("picture200x300.jpg"));
-    const std::string gif = bytesOf(game::picture("picture200x200.gif"));
+    auto read = [](const char* name) {
+        const std::vector<std::uint8_t> bytes = game::bytesOf(game::picture(name));
+        return std::string(bytes.begin(), bytes.end());
+    };
+    const std::string bmp = read("picture300x200.bmp"), jpg = read("picture200x300.jpg");
+    const std::string gif = read("picture200x200.gif");
     auto with = [](std::string bytes, size_t at, const std::string& part) {
         return bytes.replace(at, part.size(), part);
     };
