@@ -47,14 +47,12 @@ protected:
         }
         thePuzzle.repaintRect(RECT{0, 0, thePuzzle.boardWidth, thePuzzle.boardHeight}, 0, nullptr);
     }
-    // Carries p to its place, unscrolled, where it is set; the cell's top-left there.
+    // Carries p to its place, where it is set; the cell's top-left there.
     static POINT setAtHome(int p)
     {
-        const RECT at = game::cell(p);
-        const Piece& piece = thePuzzle.pieces[p];
-        const POINT home{at.left + piece.homeX - piece.x, at.top + piece.homeY - piece.y};
+        const POINT home = game::home(p);
         game::carry(p, home.x, home.y);
-        EXPECT_TRUE(piece.isSet) << p;
+        EXPECT_TRUE(thePuzzle.pieces[p].isSet) << p;
         return home;
     }
 };
@@ -84,24 +82,26 @@ TEST_F(Painting, APieceShowsExactlyThePictureInsideItsOutlineFramedOnlyWithTheOu
     }
 }
 
-// Inner piece 18 set with some of its neighbours: black near each side of its cell, within
-// the knobs' reach and short of the corners, is its frame there.
+// Piece c set with some of its neighbours, then the options changed: black near each side of
+// its cell, within the knobs' reach and short of the corners, is its frame there.
 TEST_F(Painting, ASetPieceLosesItsFrameAlongEachSetNeighbourUnlessSetPiecesKeepTheirs)
 {
     enum { Up = 1, Down = 2, Left = 4, Right = 8, All = 15 };
-    const int neighbours[] = {2, 34, 17, 19};
     const RECT bands[] = {{1, -16, 63, 17}, {1, 47, 63, 80}, {-16, 1, 17, 63}, {47, 1, 80, 63}};
-    const int cases[][4] = {{true, false, Up, All - Up},     {true, false, Down, All - Down},
-                            {true, false, Left, All - Left}, {true, false, Right, All - Right},
-                            {true, false, All, 0},           {false, true, All, All},
-                            {false, false, All, 0}};  // options, neighbours set, sides framed
-    for (const auto& [outline, setOutline, set, framed] : cases) {
-        scene(outline, setOutline);
-        const POINT cell = setAtHome(18);
+    const int cases[][5] = {
+        {18, true, false, Up, All - Up},     {18, true, false, Down, All - Down},
+        {18, true, false, Left, All - Left}, {18, true, false, Right, All - Right},
+        {18, true, false, All, 0},           {18, false, true, All, All},
+        {18, false, false, All, 0},          {16, true, false, Up, All - Up}};
+    for (const auto& [c, outline, setOutline, set, framed] : cases) {  // set, framed: sides
+        scene(true, false);
+        const POINT cell = setAtHome(c);
+        const int neighbours[] = {c - 16, c + 16, c % 16 ? c - 1 : -1, c + 1};  // 16: the border
         for (int side = 0; side < 4; ++side) {
-            if (set & 1 << side)
+            if (set & 1 << side && neighbours[side] >= 0)
                 setAtHome(neighbours[side]);
         }
+        options(outline, setOutline);
         const Snapshot shot = game::board();
         for (int side = 0; side < 4; ++side) {
             const RECT& band = bands[side];
@@ -110,8 +110,10 @@ TEST_F(Painting, ASetPieceLosesItsFrameAlongEachSetNeighbourUnlessSetPiecesKeepT
                 for (int x = cell.x + band.left; x < cell.x + band.right; ++x)
                     black += shot.at(x, y) == Black;
             }
-            EXPECT_EQ(framed & 1 << side ? 62 : 0, std::min(black, 62))
-                << "options " << outline << setOutline << " neighbours " << set << " side " << side;
+            if (neighbours[side] >= 0)
+                EXPECT_EQ(framed & 1 << side ? 62 : 0, std::min(black, 62))
+                    << c << " options " << outline << setOutline << " set " << set << " side "
+                    << side;
         }
         EXPECT_TRUE(game::boardAsRepainted());
     }
@@ -135,10 +137,13 @@ TEST_F(Painting, AnyPartRepaintsAsDrawingEveryPieceBackToFront)
         game::place(30, 600, 200);
         game::carry(48, 600, 250);
         ASSERT_EQ(2, thePuzzle.groupCount);
-        const int sx = 10 + below(25), sy = 10 + below(25);
+        const int sx = 15 + below(20), sy = sx - 3 - below(10);
         SendMessageA(game::window(), WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, sx), 0);
         SendMessageA(game::window(), WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, sy), 0);
         ASSERT_TRUE(thePuzzle.scrollX == sx && thePuzzle.scrollY == sy);
+        setAtHome(2);  // scrolled
+        // Set pieces fill the area from its top-left, whichever way it scrolled further.
+        EXPECT_NE(White, GetPixel(appState.boardDC, thePuzzle.originX + 5, thePuzzle.originY + 1));
 
         // Short of memory for finding what shows, a repaint draws every piece in turn.
         for (int i = 0; i < 9; ++i) {  // the whole board, then small parts
@@ -153,6 +158,11 @@ TEST_F(Painting, AnyPartRepaintsAsDrawingEveryPieceBackToFront)
             EXPECT_EQ(0, repainted.differences(Snapshot(thePuzzle.boardDC, x, y, w, h)))
                 << "seed " << seed << " at " << x << "," << y << " " << w << "x" << h;
         }
+        // At the end of the bar, a step further scrolls no more.
+        SendMessageA(game::window(), WM_VSCROLL, SB_BOTTOM, 0);
+        const int bottom = thePuzzle.scrollY;
+        SendMessageA(game::window(), WM_VSCROLL, SB_LINEDOWN, 0);
+        EXPECT_EQ(bottom, thePuzzle.scrollY);
     }
 }
 

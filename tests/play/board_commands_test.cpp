@@ -77,9 +77,7 @@ TEST_F(BoardCommands, ShuffleMovesLoosePiecesAndShowHiddenPiecesPutsSetOnesUnder
     for (int z = 0; z < thePuzzle.pieceCount; ++z)
         EXPECT_EQ(z, thePuzzle.pieces[thePuzzle.zOrder[z]].zIndex);
     const RECT view = thePuzzle.boardView();
-    RECT box;
-    GetWindowRect(tray, &box);
-    MapWindowPoints(nullptr, thePuzzle.mainWindow, reinterpret_cast<POINT*>(&box), 2);
+    const RECT box = game::box(tray);
     EXPECT_TRUE(inView(9) && box.left >= view.left && box.top >= view.top &&
                 box.bottom <= view.bottom);
 }

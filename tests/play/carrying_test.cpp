@@ -19,13 +19,6 @@ protected:
     static constexpr int X = 680, Y = 440;
     void SetUp() override { game::table(1); }
     void TearDown() override { game::end(); }
-    // The cell of p at home, in main-window coordinates.
-    static POINT home(int p)
-    {
-        const RECT at = game::cell(p);
-        const Piece& piece = thePuzzle.pieces[p];
-        return POINT{at.left + piece.homeX - piece.x, at.top + piece.homeY - piece.y};
-    }
 };
 using Dropping = Carrying;
 
@@ -117,6 +110,10 @@ TEST_F(Carrying, ATrayTakesItemsWhereTheyShowAndGivesThemBack)
     char title[64];
     GetWindowTextA(tray.window, title, sizeof title);
     EXPECT_STREQ("Tray  1", title);
+    // Under the preview, down to the board's bottom.
+    const RECT box = game::box(tray.window);
+    EXPECT_TRUE(box.top == thePuzzle.previewY + thePuzzle.previewHeight &&
+                box.bottom == thePuzzle.boardHeight);
     game::place(9, 600, 450);
     game::carry(10, 650, 450);
     // 8 on the board where 9 fits against it in the tray's coordinates: no join across windows.
@@ -154,12 +151,15 @@ TEST_F(Carrying, ATrayGrowsForWhatSticksOutScrollsToItAndRefusesTooMuch)
     thePuzzle.addTray(0);
     Tray& tray = *thePuzzle.lastTray;
     const int view = tray.viewWidth;
-    game::carryInto(9, tray.window, view - 20, 40);
+    game::place(8, X, Y);
+    game::carry(9, X + 50, Y);
+    game::carryInto(9, tray.window, view - 20, 40);  // with 8, on its left
     const Piece& piece = thePuzzle.pieces[9];
+    const PieceGroup& group = *thePuzzle.firstGroup;
     EXPECT_TRUE(tray.hasHScroll && tray.contentWidth == piece.x + piece.width);
-    const int before = piece.x;
+    const int before = piece.x, groupTop = group.y;
     ScrollView(tray.window, tray.scrollX, SB_LINEDOWN, SB_HORZ, tray.id, 0);
-    EXPECT_EQ(before - 1, piece.x);
+    EXPECT_TRUE(before - 1 == piece.x && groupTop == group.y);
     ScrollView(tray.window, tray.scrollX, SB_PAGEDOWN, SB_HORZ, tray.id, 0);  // to the end
     EXPECT_EQ(tray.contentWidth - view, tray.scrollX);
     ScrollView(tray.window, tray.scrollX, SB_THUMBTRACK, SB_HORZ, tray.id, 0);  // nothing moves
@@ -185,8 +185,8 @@ TEST_F(Carrying, ATrayGrowsForWhatSticksOutScrollsToItAndRefusesTooMuch)
     game::moveBy(MaxTrayContentSide + 100, 0);
     EXPECT_EQ("System Error: Problems creating puzzle. System low in resources\n",
               game::answering([&] { game::dropIn(tray.window, 5, 5); }));
-    // Still in hand, and the tray holds 9, 11 and 17 as they were.
-    EXPECT_TRUE(dragState.dragging && thePuzzle.pieces[20].trayId == 0 && tray.pieces.count == 3);
+    // Still in hand, and the tray holds 8, 9, 11 and 17 as they were.
+    EXPECT_TRUE(dragState.dragging && thePuzzle.pieces[20].trayId == 0 && tray.pieces.count == 4);
 }
 
 TEST_F(Dropping, WithinFourPixelsAPieceJoinsANeighbourOnEverySideOrIsSetAtHome)
@@ -200,7 +200,7 @@ TEST_F(Dropping, WithinFourPixelsAPieceJoinsANeighbourOnEverySideOrIsSetAtHome)
             SCOPED_TRACE(testing::Message() << piece << " off by " << dx << "," << dy);
             SetUp();
             game::place(18, X, Y);
-            const POINT to = piece == 20 ? home(20) : POINT{X + x, Y + y};
+            const POINT to = piece == 20 ? game::home(20) : POINT{X + x, Y + y};
             game::carry(piece, to.x + dx, to.y + dy);
             const bool within = std::abs(dx) <= 4 && std::abs(dy) <= 4;
             EXPECT_EQ(within, piece == 20 ? thePuzzle.pieces[20].isSet : game::joined(18, piece));
@@ -233,12 +233,16 @@ TEST_F(Dropping, AGroupJoinsByAnyMemberOnceADropAndNearHomeIsSetRatherThanJoined
 
     // 8 lies free where it belongs: the group brought near home could join it, and is set
     // instead, whole, and is a group no more; between set pieces no line is left.
-    const POINT home8 = home(8), home9 = home(9);
+    const POINT home8 = game::home(8), home9 = game::home(9);
     game::place(8, home8.x, home8.y);
     game::carry(9, home9.x + 3, home9.y - 2);
     EXPECT_FALSE(thePuzzle.pieces[8].isGrouped);
-    for (int p : {9, 10, 11, 12})
-        EXPECT_TRUE(thePuzzle.pieces[p].isSet && !thePuzzle.pieces[p].isGrouped) << p;
+    for (int p : {9, 10, 11, 12}) {
+        const Piece& piece = thePuzzle.pieces[p];
+        EXPECT_TRUE(piece.isSet && !piece.isGrouped && piece.x == piece.homeX &&
+                    piece.y == piece.homeY)
+            << p;
+    }
     EXPECT_TRUE(game::boardAsRepainted());
     game::pickUp(9);  // set for good: a press finds nothing to pick up
     EXPECT_FALSE(dragState.dragging);

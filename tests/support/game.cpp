@@ -273,6 +273,14 @@ RECT cell(int p)
     return thePuzzle.pieces[p].getBounds(true, true, false);
 }
 
+POINT home(int p)
+{
+    const RECT at = cell(p);
+    const Piece& piece = thePuzzle.pieces[p];
+    return POINT{at.left + piece.homeX - piece.x - thePuzzle.scrollX,
+                 at.top + piece.homeY - piece.y - thePuzzle.scrollY};
+}
+
 void place(int p, int x, int y)
 {
     const RECT box = cell(p);
@@ -333,6 +341,14 @@ bool same(const RECT& a, const RECT& b)
     return EqualRect(&a, &b) != FALSE;
 }
 
+RECT box(HWND window)
+{
+    RECT at;
+    GetWindowRect(window, &at);
+    MapWindowPoints(nullptr, thePuzzle.mainWindow, reinterpret_cast<POINT*>(&at), 2);
+    return at;
+}
+
 bool joined(int a, int b)
 {
     const Piece& pa = thePuzzle.pieces[a];
@@ -348,12 +364,9 @@ std::vector<std::uint8_t> kept(bool trayWindows)
     for (fileformat::TrayRecord& tray : contents.trays) {
         if (trayWindows || !thePuzzle.findTray(tray.id, false))
             continue;
-        // Where the window lies, as the player sees it.
-        RECT box;
-        GetWindowRect(thePuzzle.foundTray->window, &box);
-        MapWindowPoints(nullptr, thePuzzle.mainWindow, reinterpret_cast<POINT*>(&box), 2);
-        tray = fileformat::TrayRecord{tray.id, box.left, box.top, box.right - box.left,
-                                      box.bottom - box.top};
+        const RECT at = box(thePuzzle.foundTray->window);  // as the player sees it
+        tray = fileformat::TrayRecord{tray.id, at.left, at.top, at.right - at.left,
+                                      at.bottom - at.top};
     }
     return fileformat::encodePuzzleFile(contents);
 }

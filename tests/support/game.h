@@ -53,6 +53,8 @@ void command(int id);
 // The cell of piece p (its box without tabs) where it lies; p moved, not carried, so that
 // its cell's top-left lies at (x, y), on top.
 RECT cell(int p);
+// The top-left of p's cell were it at its place as the board shows it, scrolled.
+POINT home(int p);
 void place(int p, int x, int y);
 // A press on the middle of p's cell, pointer moves by (dx, dy), a press to drop where the
 // pointer is, or in window at (x, y).
@@ -65,6 +67,8 @@ void carry(int p, int x, int y);
 // Carries p into tray so that its cell's top-left shows at (x, y) there.
 void carryInto(int p, HWND tray, int x, int y);
 bool joined(int a, int b);
+// Where a window (a tray) lies, in the main window's client coordinates.
+RECT box(HWND window);
 bool same(const RECT& a, const RECT& b);
 
 // Everything a puzzle file keeps of the puzzle on hand, as the file's bytes. Without
