@@ -1,7 +1,6 @@
 #pragma once
-// The real program inside the test process: its main window, started once from a first
-// start (no settings, no working folders, the language dialog answered), and the player's
-// moves made through the same handlers the window procedures call.
+// The real program inside the test process, started once from a first start, and the
+// player's moves made through the handlers its window procedures call.
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -13,29 +12,27 @@
 
 namespace game {
 
-// The tests keep their options and history away from the player's, under a key of each test
-// program's own: programs that run at once never meet in the registry.
+// A settings key of each test program's own, away from the player's and each other's.
 const std::string& settingsKey();
 // The picture whose every pixel has a colour of its own (pixels.h), 1024 x 768.
 constexpr const char* Pattern = "pattern.bmp";
 
 // Creates the main window on first use: the real start-up in a new, empty working folder.
 HWND window();
-// The real shutdown, between whatever else ended the program, and the real start in the same
-// folder, its dialogs answered as answering does; what the start's messages said.
+// The real shutdown, then between(), then the real start in the same folder, its dialogs
+// answered as answering() does; what the start's messages said.
 std::string restart(std::vector<std::string> answers = {},
                     const std::function<void()>& between = nullptr);
 // The working folder the program started in.
 std::string folder();
-// A file's bytes (none when it is missing), written, or whether it is there.
+// A file's bytes (none when missing), written, or whether it is there.
 std::vector<std::uint8_t> bytesOf(const std::string& path);
 void write(const std::string& path, const std::vector<std::uint8_t>& bytes);
 bool exists(const std::string& path);
 std::string picture(const char* name);
 // A registry value under the tests' key ("Options" or "History"); empty when absent.
 std::string setting(const char* leaf, const char* name);
-// Every value the first start wrote under Options and History, as "leaf\name=value" lines
-// in the registry's order, taken before any test ran.
+// What the first start wrote under Options and History: "leaf\name=value" lines.
 const std::string& firstStartSettings();
 
 // Shows the picture and makes a w x h puzzle of columns x rows pieces with a fixed seed.
@@ -71,19 +68,16 @@ bool joined(int a, int b);
 RECT box(HWND window);
 bool same(const RECT& a, const RECT& b);
 
-// Everything a puzzle file keeps of the puzzle on hand, as the file's bytes. Without
-// trayWindows, what a tray's window records of itself (its client size, which its scroll
-// bars decide, and its placement as the platform last reported it) gives way to where the
-// window lies.
+// What a puzzle file keeps of the puzzle on hand, as its bytes; without trayWindows, trays
+// as their windows lie rather than as they record themselves (size and placement).
 std::vector<std::uint8_t> kept(bool trayWindows = true);
 // The board image, and whether a repaint from scratch makes the same (taken in that order).
 Snapshot board();
 bool boardAsRepainted();
 
-// Runs action, answering the dialogs it shows in turn: a message box with the button named
-// ("ok", "yes", "no", "cancel"), a file dialog with the path typed into it (a button name
-// cancels it); past the answers given, "ok". Returns what the message boxes said, each as
-// "caption: text" on a line of its own.
+// Runs action, answering its dialogs in turn: a message box with the button named ("ok",
+// "yes", "no", "cancel"; "ok" past the answers), a file dialog with the path typed (a button
+// name cancels it). Returns the message boxes' "caption: text" lines.
 std::string answering(const std::function<void()>& action, std::vector<std::string> answers = {});
 
 }  // namespace game
