@@ -1,31 +1,29 @@
 """Drives ToviraPuzzle.exe under Wine on the test display, and reads its screen and files."""
 
-import atexit
-import os
-import re
-import shutil
-import struct
-import subprocess
-import sys
-import tempfile
-import time
-from collections import namedtuple
+import atexit, collections, os, re, shutil, struct, subprocess, sys, tempfile, time
 
 EXE, SHOTS, PICTURES, ARCH = sys.argv[1:5]  # as CTest gives them to every flow
 TITLE = "Turn your favorite images into jigsaw puzzles"
 ROOT_KEY = "HKCU\\Software\\Tovira Software"
 OPTIONS_KEY = ROOT_KEY + "\\ToviraPuzzle\\Options"
-WINE = os.environ.get("WINE", "wine")
+WINE, WINESERVER = (os.environ.get(name, name.lower()) for name in ("WINE", "WINESERVER"))
 # cells.bmp: six cells of 120 x 120 in pure colours, 3 across and 2 down, as its pieces show.
 CELLS_PICTURE = os.path.join(PICTURES, "cells.bmp")
 CELLS = [(255, 0, 0), (0, 255, 0), (0, 0, 255), (255, 255, 0), (255, 0, 255), (0, 255, 255)]
 CELL = 120
-Piece = namedtuple("Piece", "box cell z set tray at")
+SIZE, PIECES = "Enter Puzzle Size in pixels", "Enter Number of Pieces"  # the two size dialogs
+Piece = collections.namedtuple("Piece", "box cell z set tray at")
 
 
 def run(*args):
     return subprocess.run(list(map(str, args)), capture_output=True, text=True, timeout=300,
                           stdin=subprocess.DEVNULL).stdout
+
+
+def scratch(prefix):
+    folder = tempfile.mkdtemp(prefix=prefix)
+    atexit.register(shutil.rmtree, folder, True)  # after the programs started later have ended
+    return folder
 
 
 def windows_named(title):
@@ -57,8 +55,7 @@ def click(x, y, pause=0.3):
 
 
 def dialog(title, *keys, timeout=20, pause=0.3):
-    """Keys to that window once it has the keyboard, given it if need be: there is no window
-    manager to hand it over, and keys sent before it has it are lost."""
+    """Keys to that window once it has the keyboard, handing it over as no window manager does."""
     found = wait_for(lambda: windows_named(title), timeout, f"the window '{title}'")
     for wait in 2.0, 1.0:
         if wait_for(lambda: run("xdotool", "getwindowfocus").strip() in found, wait):
@@ -78,14 +75,12 @@ def open_help(folder):
 
 
 def registry(name, path=OPTIONS_KEY):
-    out = run(WINE, "reg", "query", path, "/v", name)
-    match = re.search(r"^\s*" + re.escape(name) + r"\s+REG_\w+[ \t]+(.*)$", out, re.M)
+    match = re.search(r"REG_\w+[ \t]+(.*)", run(WINE, "reg", "query", path, "/v", name))
     return match.group(1).strip() if match else None
 
 
 def read_puzzle(path):
-    """The puzzle area's origin and each piece: its box and its cell's top-left (in its
-    window's coordinates), its place in the stacking order, set, tray, and offset in the file."""
+    """The puzzle area's origin and its pieces, in client coordinates; at is the file offset."""
     data = open(path, "rb").read()
     header = struct.unpack_from("<12i", data, 7)
     width, height, groups, trays, across, down, shape, path_length = header[2:6] + header[8:12]
@@ -110,9 +105,8 @@ class Screen:
         raw = subprocess.run(grab, capture_output=True, check=True).stdout
         for _ in range(30 if settle else 0):
             time.sleep(0.1)
-            raw, last = subprocess.run(grab, capture_output=True, check=True).stdout, raw
-            if raw == last:
-                break
+            if raw == (raw := subprocess.run(grab, capture_output=True, check=True).stdout):
+                break  # the new shot is the last one again
         match = re.match(rb"P6\s+(\d+)\s+(\d+)\s+\d+\s", raw)
         self.width, self.data = int(match.group(1)), raw[match.end():]
         if name:
@@ -137,7 +131,7 @@ class Game:
     """The program in a folder of its own, with a first start's settings unless kept."""
 
     def __init__(self, folder=None, keep_settings=False, language_dialog=False, title=TITLE):
-        self.folder = folder or tempfile.mkdtemp(prefix="tovira-e2e-")
+        self.folder = folder or scratch("tovira-e2e-")
         for name in os.listdir(os.path.dirname(EXE)):  # the help files live beside it
             if name.startswith("ToviraPuzzle") and name[-4:] in (".hlp", ".cnt", ".chm"):
                 shutil.copy(os.path.join(os.path.dirname(EXE), name), self.folder)
@@ -148,16 +142,15 @@ class Game:
         log = open(f"{SHOTS}/wine.log", "a")
         self.process = subprocess.Popen([WINE, EXE], cwd=self.folder, stdin=subprocess.DEVNULL,
                                         stdout=log, stderr=subprocess.STDOUT)
-        atexit.register(self.close)  # however the test ends, the program and its folder go
+        atexit.register(self.close)  # however the test ends
         self.window = title and dialog(title, timeout=60)
 
     def restart(self, **options):
-        self.close(keep_folder=True)
+        self.close()
         return Game(folder=self.folder, keep_settings=True, **options)
 
     def geometry(self):
-        """The client area's left, top, width and height on the screen: this Wine setup's
-        frame, caption and menu bar take 4 pixels left, 42 above, 4 right and 4 below."""
+        """The client area on the screen, inside this Wine's frame, caption and menu bar."""
         out = run("xdotool", "getwindowgeometry", "--shell", self.window)
         g = {name: int(value) for name, value in (v.split("=") for v in out.split())}
         return g["X"] + 4, g["Y"] + 42, g["WIDTH"] - 8, g["HEIGHT"] - 46
@@ -169,49 +162,43 @@ class Game:
         """Picks up what lies at start and drops it at end, moving as a hand would."""
         click(*start)
         for i in range(1, steps + 1):
-            run("xdotool", "mousemove", start[0] + (end[0] - start[0]) * i // steps,
-                start[1] + (end[1] - start[1]) * i // steps)
+            run("xdotool", "mousemove", *(a + (b - a) * i // steps for a, b in zip(start, end)))
             time.sleep(0.05)
         click(*end, pause=0.6)
 
-    def file_dialog(self, title, path):
+    def answer(self, title, *fields):
+        """Types over each field, Tab between them, a Unix path as Wine's drive Z: has it."""
         dialog(title)
-        run("xdotool", "type", "--delay", 20, "Z:" + path.replace("/", "\\"))
+        for i, text in enumerate(fields):
+            key(*["Tab"] * (i > 0), "ctrl+a")
+            run("xdotool", "type", "--delay", 20, re.sub("^/", "Z:/", str(text)).replace("/", "\\"))
         key("Return", pause=1.0)
-
-    def size_dialog(self, title, first, second):
-        dialog(title, "ctrl+a")
-        run("xdotool", "type", "--delay", 20, first)
-        key("Tab", "ctrl+a")
-        run("xdotool", "type", "--delay", 20, second)
-        key("Return", pause=0.8)
 
     def open_image(self, path, size, pieces):
         """Answers the dialogs of Open Image or Insert Image."""
-        self.file_dialog("Open", path)
-        self.size_dialog("Enter Puzzle Size in pixels", *size)
-        self.size_dialog("Enter Number of Pieces", *pieces)
+        for title, fields in ("Open", [path]), (SIZE, size), (PIECES, pieces):
+            self.answer(title, *fields)
 
     def make(self, size=None, pieces=None):
-        """Make, after a new size and number of pieces if given."""
-        for item, value, title in (("z", size, "Enter Puzzle Size in pixels"),
-                                   ("n", pieces, "Enter Number of Pieces")):
-            if value:
+        for item, fields, title in ("z", size, SIZE), ("n", pieces, PIECES):
+            if fields:
                 key("alt+p", item)
-                self.size_dialog(title, *value)
+                self.answer(title, *fields)
         key("alt+p", "m")
         time.sleep(1.0)
 
     def open_puzzle(self, path):
         key("alt+p", "p")
-        self.file_dialog("Open", path)
+        self.answer("Open", path)
+        self.path = path
 
-    def save(self):
-        key("alt+p", "s", pause=0.8)
-
-    def save_as(self, path):
-        key("alt+p", "a")
-        self.file_dialog("Save As", path)
+    def save(self, path=None):
+        """Saves, as path if given, and reads back the origin and pieces the program wrote."""
+        key("alt+p", "a" if path else "s", pause=0.8)
+        if path:
+            self.answer("Save As", path)
+            self.path = path
+        return read_puzzle(self.path)
 
     def exit_by_menu(self, item="x"):
         """Exits by the Puzzle menu (Salir is its l in Spanish); the help goes with it."""
@@ -224,8 +211,6 @@ class Game:
         return next(int(p) for p in run("pgrep", "-f", "ToviraPuzzle").split()
                     if open(f"/proc/{p}/comm").read().startswith("ToviraPuzzle"))
 
-    def close(self, keep_folder=False):
+    def close(self):
         self.process.kill()  # nothing if it has ended
         self.process.wait(10)
-        if not keep_folder:
-            shutil.rmtree(self.folder, ignore_errors=True)

@@ -1,15 +1,8 @@
-"""Where the platform says no, the program says so and goes on: started from a folder whose
-path is 250 characters long it makes its folders and opens its guide there; a window shrunk
-and grown again keeps every piece reachable and the board drawn; a puzzle the process cannot
-hold ends in one message with the board as it was, and a puzzle is made afterwards."""
+"""Where the platform says no, the program says so and goes on: folder, window and memory."""
 
-import atexit
-import os
-import shutil
-import subprocess
-import tempfile
+import os, subprocess
 
-from game import CELLS_PICTURE, Game, Screen, dialog, key, open_help, read_puzzle
+from game import CELLS_PICTURE, Game, Screen, dialog, key, open_help, scratch
 
 BOARD = (0, 60, 1024, 740)
 
@@ -22,22 +15,18 @@ def resize_by(dx, dy):
         key("Return", pause=0.8)
 
 
-base = tempfile.mkdtemp(prefix="tovira-long-")
-atexit.register(shutil.rmtree, base, True)
+base = scratch("tovira-long-")
 # "Z:" and the Unix path make the Windows path: 250 characters in all.
-folder = os.path.join(base, "x" * (250 - len("Z:") - len(base) - 1))
-os.mkdir(folder)
+os.mkdir(folder := os.path.join(base, "x" * (250 - len("Z:") - len(base) - 1)))
 game = Game(folder=folder)
 key("alt+p", "o")
 game.open_image(CELLS_PICTURE, (360, 240), (3, 2))
 game.make()
 # A smaller window brings pieces back in; grown again, the board is drawn as a repaint would.
 resize_by(-336, -224)
-fpp = os.path.join(base, "limits.fpp")  # the long folder leaves no room for a name
-game.save_as(fpp)
-w, h = game.geometry()[2:]
+w, h = game.geometry()[2:]  # the save goes beside the long folder, which has no room for a name
 assert all(p.set or p.tray or p.box[0] < w and p.box[1] < h and p.box[2] > 0 < p.box[3]
-           for p in read_puzzle(fpp)[1]), "a piece is out of reach"
+           for p in game.save(f"{base}/limits.fpp")[1]), "a piece is out of reach"
 resize_by(336, 224)
 grown = Screen("limits-grown")
 key("alt+o", "d", "alt+o", "d", pause=0.5)  # outlines off and on: drawn from scratch

@@ -1,7 +1,4 @@
-"""The shell and its language: Spanish chosen in the dialog of a first start and used at once
-by the dialog, then by the title, the About box and the help; the toolbar's buttons in both
-interfaces, its tooltips after about a second, and its Exit button; the dialog not asked again
-once ticked off, and asked again after Reactivate Language Screen."""
+"""The shell in Spanish chosen at a first start, the toolbar, and the language dialog's return."""
 
 import time
 
@@ -12,13 +9,6 @@ BUTTON, GAP, ROW = 28, 32, 35  # the toolbar's buttons: width, gaps, the middle 
 ADVANCED = list(range(1000, 1021))
 SIMPLE = [1001, 1002, 1003, 1006, 1007, 1015, 1016, 1017, 1018, 1019, 1020]
 GAP_AFTER = {1002, 1008, 1016, 1019}
-
-
-def centre(button, shown):
-    """Where button's middle lies with the buttons shown laid out from the left."""
-    before = shown[:shown.index(button)]
-    return 1 + BUTTON * len(before) + GAP * len(GAP_AFTER & set(before)) + BUTTON // 2, ROW
-
 
 game = Game(language_dialog=True, title=None)
 dialog("Select your language", "Down", timeout=60)  # Español: the dialog speaks it at once
@@ -38,21 +28,21 @@ dialog("Seleccione su idioma", "Tab", "space", "Return", timeout=60)
 dialog(SPANISH, timeout=60)
 assert registry("SupLangDlg") == "1"
 # Each interface's buttons have pictures: pixels other than the face near each middle.
+middles = {}  # each button's, laid out from the left
 for name, shown, keys in ("advanced", ADVANCED, "Return"), ("simple", SIMPLE, "a"):
-    screen = Screen(f"toolbar-{name}")
+    screen, x = Screen(f"toolbar-{name}"), 1 + BUTTON // 2
     for b in shown:
-        cx, cy = centre(b, shown)
-        assert any(screen.pixel(cx + dx, cy + dy) != screen.pixel(cx - 12, cy)
+        assert any(screen.pixel(x + dx, ROW + dy) != screen.pixel(x - 12, ROW)
                    for dx in range(-8, 8, 2) for dy in range(-8, 8, 2)), f"{name} {b} is blank"
+        middles[name, b], x = x, x + BUTTON + GAP * (b in GAP_AFTER)
     key("alt+o", keys, pause=0.8)  # to the simple interface, and back
-x, y = centre(1000, ADVANCED)
-run("xdotool", "mousemove", x, y)
+run("xdotool", "mousemove", x := middles["advanced", 1000], ROW)
 hovered = time.time()
 wait_for(lambda: any(Screen(settle=False).pixel(px, ROW + 20) == (255, 255, 226)
                      for px in range(x, x + 40, 2)), 5, "a tooltip")  # its background
 assert 0.7 < (took := time.time() - hovered) < 2.5, f"the first tip came after {took:.2f} s"
 key("alt+o", "i")  # Reactivar Pantalla &Idioma
-click(*centre(1019, ADVANCED))  # Salir, from the toolbar
+click(middles["advanced", 1019], ROW)  # Salir, from the toolbar
 assert game.process.wait(30) == 0
 
 game = game.restart(title=None)
