@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <random>
-#include <string>
 
 #include "files/puzzle_file.h"
 #include "model/gdi_objects.h"
@@ -19,11 +18,7 @@ using namespace fileformat;
 namespace {
 
 std::mt19937 random;
-
-int pick(int n)
-{
-    return static_cast<int>(random() % static_cast<unsigned>(n));
-}
+const auto pick = [](size_t n) { return static_cast<int>(random() % n); };
 
 // A value a field might be changed to: near its own, or one that breaks things.
 int32_t changed(int32_t value)
@@ -31,26 +26,25 @@ int32_t changed(int32_t value)
     static const int32_t extremes[] = {0,         -1,        1,     4,       8000,     -8000,
                                        32767,     -32768,    40000, 1000000, -1047892, -261641,
                                        INT32_MAX, INT32_MIN, 16384, 999,     1000};
-    return pick(2) ? value + pick(21) - 10 : extremes[pick(sizeof extremes / sizeof *extremes)];
+    return pick(2) ? value + pick(21) - 10 : extremes[pick(sizeof extremes / 4)];
 }
 
-// A puzzle in play as the writer saves it: set pieces, groups on the board and in trays.
-PuzzleFileContents played(int columns, int rows, int shape, bool trays)
+// A puzzle in play as the writer saves it: set pieces, groups on the board and in a tray.
+PuzzleFileContents played(int columns, int rows, int shape, bool tray)
 {
     game::make(240, 180, columns, rows, 3, shape, "picture200x200.bmp");
     for (int p = 0; p < thePuzzle.pieceCount; ++p)
         game::place(p, 150 + (p % 4) * 90, 120 + (p / 4) * 90);
-    const Piece& first = thePuzzle.pieces[0];
-    game::carry(0, first.homeX + 2, first.homeY);
+    game::carry(0, thePuzzle.pieces[0].homeX + 2, thePuzzle.pieces[0].homeY);
     game::place(5, 600, 500);
     game::carry(6, 600 + 240 / columns, 500);
-    if (trays && thePuzzle.pieceCount > 8) {
-        HWND tray = nullptr;
-        thePuzzle.addTray(0, &tray);
-        game::carryInto(8, tray, 10, 300);
+    if (tray) {
+        HWND window = nullptr;
+        thePuzzle.addTray(0, &window);
+        game::carryInto(8, window, 10, 300);
         game::place(9, 700, 300);
         game::carry(10, 700 + 240 / columns, 300);
-        game::carryInto(9, tray, 10, 150);
+        game::carryInto(9, window, 10, 150);
     }
     return contentsOfPuzzle();
 }
@@ -58,35 +52,28 @@ PuzzleFileContents played(int columns, int rows, int shape, bool trays)
 void mutate(PuzzleFileContents& c)
 {
     for (int i = 1 + pick(3); i > 0; --i) {
-        PieceRecord& piece = c.pieces[pick(static_cast<int>(c.pieces.size()))];
+        PieceRecord& piece = c.pieces[pick(c.pieces.size())];
         int32_t* fields[] = {&piece.x,      &piece.y,          &piece.groupId,
                              &piece.zIndex, &c.header.originX, &c.header.lastTrayId};
-        const int kind = pick(9);
-        if (kind == 0) {
-            *fields[pick(6)] = changed(*fields[pick(6)]);
+        const int kind = pick(9), among = kind ? 2 : 6;  // most often a place
+        if (kind == 0 || kind > 6) {
+            *fields[pick(among)] = changed(*fields[pick(among)]);
         } else if (kind == 1) {
             (pick(2) ? piece.isGrouped : piece.isSet) ^= 1;
         } else if (kind == 2) {
             (pick(2) ? piece.trayId : piece.knobLeft) = pick(3 + pick(2));
         } else if (kind == 3 && !c.trays.empty()) {
-            TrayRecord& tray = c.trays[pick(static_cast<int>(c.trays.size()))];
+            TrayRecord& tray = c.trays[pick(c.trays.size())];
             int32_t* field[] = {&tray.id,        &tray.left,       &tray.top,
                                 &tray.viewWidth, &tray.viewHeight, &tray.placement[pick(11)]};
             *field[pick(6)] = changed(*field[pick(6)]);
         } else if (kind == 4 && !c.groups.empty()) {
-            c.groups[pick(static_cast<int>(c.groups.size()))].id = changed(1);
-        } else if (kind == 5) {  // a group member carried off alone
-            for (PieceRecord& member : c.pieces) {
-                if (member.isGrouped && member.groupId == piece.groupId && pick(2)) {
-                    member.x += changed(0);
-                    break;
-                }
-            }
+            c.groups[pick(c.groups.size())].id = changed(1);
+        } else if (kind == 5 && piece.isGrouped) {  // a group member carried off alone
+            piece.x += changed(0);
         } else if (kind == 6) {
             const char* paths[] = {"Z:\\no such folder\\gone.bmp", "C:\\windows\\win.ini", ""};
             c.picturePath = paths[pick(3)];
-        } else if (kind > 6) {
-            *fields[pick(2)] = changed(*fields[pick(2)]);  // most often a place
         }
     }
 }
@@ -100,36 +87,32 @@ void damage(std::vector<uint8_t>& bytes)
     if (how == 0)
         bytes[pick(7)] ^= 1 << pick(8);
     else if (how == 1)
-        bytes.resize(pick(static_cast<int>(bytes.size())));
+        bytes.resize(pick(bytes.size()));
     else if (how == 2)
         bytes.push_back(static_cast<uint8_t>(pick(256)));
     else if (at + 4 <= bytes.size())
         memcpy(bytes.data() + at, &value, 4);
 }
 
-// Plays on what was opened: a piece carried, a join tried, a group carried, a tray opened
-// and a piece put into it.
+// A piece carried, a join tried, a group carried, a tray opened and a piece put into it.
 void playOn()
 {
-    Puzzle& z = thePuzzle;
-    if (!z.made)
-        return;  // a file of the version tag alone holds no puzzle
+    const Piece* pieces = thePuzzle.pieces;
+    const auto loose = [&](int p) { return p >= 0 && !pieces[p].isSet && !pieces[p].trayId; };
     int free = -1, grouped = -1;
-    for (int p = 0; p < z.pieceCount; ++p) {
-        if (!z.pieces[p].isSet && z.pieces[p].trayId == 0)
-            (z.pieces[p].isGrouped ? grouped : free) = p;
-    }
+    for (int p = 0; p < thePuzzle.pieceCount; ++p)
+        if (loose(p))
+            (pieces[p].isGrouped ? grouped : free) = p;
     if (free >= 0) {
         game::carry(free, 300, 400);
-        const int right = z.pieces[free].neighbourRight;
-        if (right >= 0 && !z.pieces[right].isSet && z.pieces[right].trayId == 0)
-            game::carry(right, game::cell(free).right + 2, 401);
+        if (loose(pieces[free].neighbourRight))
+            game::carry(pieces[free].neighbourRight, game::cell(free).right + 2, 401);
     }
-    if (grouped >= 0 && z.pieces[grouped].isGrouped)
+    if (grouped >= 0 && pieces[grouped].isGrouped)
         game::carry(grouped, 500, 200);
     game::command(IDM_ADD_TRAY);
-    if (free >= 0 && z.lastTray && !z.pieces[free].isSet)
-        game::carryInto(free, z.lastTray->window, 20, 200);
+    if (loose(free) && thePuzzle.lastTray)
+        game::carryInto(free, thePuzzle.lastTray->window, 20, 200);
 }
 
 }  // namespace
@@ -144,9 +127,8 @@ int main(int argc, char** argv)
     game::end();
     const long objects = gdi::liveObjects();
     const std::string path = game::folder() + "\\mutated.fpp";
-    int outcomes[8] = {};
+    int outcomes[PuzzleFileLowResources + 1] = {};
     const char* fault = nullptr;  // the first ends the run
-
     for (int i = 0; i < files && !fault; ++i) {
         PuzzleFileContents c = seeds[pick(3)];
         mutate(c);
@@ -154,33 +136,31 @@ int main(int argc, char** argv)
         if (pick(4) == 0)
             damage(bytes);
         game::write(path, bytes);
-
         const std::vector<uint8_t> before = game::kept();
         const Snapshot board = game::board();
         int result = -1;
         // The missing picture is looked for and not found; any other message is answered.
-        std::string said = game::answering([&] {
+        const std::string said = game::answering([&] {
             try {
                 result = readPuzzleFile(path.c_str());
-                if (result == PuzzleFileLoaded)
+                if (result == PuzzleFileLoaded && thePuzzle.made)  // not a tag alone
                     playOn();
             } catch (const std::exception&) {
                 result = -1;
             }
         });
-        const bool refused = result == PuzzleFileRejected || result == PuzzleFileUnreadable ||
-                             result == PuzzleFileCancelled;
         if (result < 0)
             fault = "an exception left the reader";
         else if (said.find("System low in resources") != std::string::npos)
             fault = "an exception reached the player";
-        else if (refused && (before != game::kept() || !(board == game::board())))
+        else if (result >= PuzzleFileUnreadable && result <= PuzzleFileCancelled &&
+                 (before != game::kept() || !(board == game::board())))
             fault = "a refused file changed the board";
         else if (result == PuzzleFileLoaded && !game::boardAsRepainted())
             fault = "the board is not what a repaint draws";
-        if (result >= 0)
+        else
             ++outcomes[result];
-        if (i % 50 == 49 || fault) {
+        if (i % 50 == 49 || i == files - 1 || fault) {
             game::end();
             if (!fault && gdi::liveObjects() != objects)
                 fault = "GDI objects leaked";
