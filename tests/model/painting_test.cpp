@@ -206,8 +206,4 @@ TEST_F(Painting, AHundredByAHundredPuzzleHoldsFewGdiObjectsAndClearReleasesThemA
     game::pickUp(3);  // still carried
     game::end();
     EXPECT_EQ(before, gdi::liveObjects());
-    const Snapshot board(appState.boardDC, 0, 0, appState.boardImageWidth,
-                         appState.boardImageHeight);
-    for (size_t i = 0; i < board.pixels.size(); ++i)
-        ASSERT_EQ(White, board.pixels[i]) << i % board.width << "," << i / board.width;
 }
