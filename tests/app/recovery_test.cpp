@@ -12,10 +12,7 @@
 
 namespace {
 
-using game::exists;
-
-class Recovery : public ::testing::Test {
-protected:
+struct Recovery : ::testing::Test {
     void SetUp() override
     {
         game::make(400, 300, 8, 6);
@@ -44,23 +41,6 @@ protected:
 
 }  // namespace
 
-TEST_F(Recovery, UnsavedChangesAreKeptOnTheTimerButNeverDuringACarry)
-{
-    EXPECT_FALSE(exists(kept));
-    const std::vector<uint8_t> saved = game::kept();
-    play();
-    game::pickUp(30);
-    OnAutosaveTimer();  // the carry goes on undisturbed; the file waits for the drop
-    EXPECT_TRUE(dragState.dragging);
-    EXPECT_FALSE(exists(kept));
-    game::drop();
-    OnAutosaveTimer();
-    EXPECT_TRUE(exists(kept));
-    // The player's own file is as they saved it.
-    EXPECT_EQ(PuzzleFileLoaded, readPuzzleFile(player.c_str()));
-    EXPECT_EQ(saved, game::kept());
-}
-
 TEST_F(Recovery, ASaveAnOpenOrACleanExitRemovesIt)
 {
     const std::function<void()> ends[] = {
@@ -70,23 +50,31 @@ TEST_F(Recovery, ASaveAnOpenOrACleanExitRemovesIt)
     for (const auto& end : ends) {
         play();
         ASSERT_TRUE(AutosaveNow());
-        ASSERT_TRUE(exists(kept));
+        ASSERT_TRUE(game::exists(kept));
         end();
         OnAutosaveTimer();
-        EXPECT_FALSE(exists(kept));
+        EXPECT_FALSE(game::exists(kept));
         SetUp();
     }
 }
 
-TEST_F(Recovery, AfterASuddenEndTheNextStartOffersItBackYesRestoresItAndNoDiscardsIt)
+// The player's own file stays as they saved it throughout.
+TEST_F(Recovery, KeptOutsideACarryAndAfterASuddenEndYesRestoresItAndNoDiscardsIt)
 {
+    const std::vector<uint8_t> mine = game::bytesOf(player);
+    EXPECT_FALSE(game::exists(kept));
     play();
-    ASSERT_TRUE(AutosaveNow());
+    game::pickUp(30);
+    OnAutosaveTimer();  // the carry goes on undisturbed; the file waits for the drop
+    EXPECT_TRUE(dragState.dragging);
+    EXPECT_FALSE(game::exists(kept));
+    game::drop();
+    OnAutosaveTimer();
+    ASSERT_TRUE(game::exists(kept));
     const std::vector<uint8_t> played = game::kept(false);
     const Snapshot board = game::board();
-    const std::string aside = kept + ".aside";
-    const auto suddenEnd = [&] { ASSERT_TRUE(CopyFileA(aside.c_str(), kept.c_str(), FALSE)); };
-    ASSERT_TRUE(CopyFileA(kept.c_str(), aside.c_str(), FALSE));
+    const auto suddenEnd = [&, left = game::bytesOf(kept)] { game::write(kept, left); };
+    thePuzzle.puzzlePath[0] = '\0';  // as in a new process: the name must come from the recovery
 
     EXPECT_EQ("Restore puzzle: ToviraPuzzle ended without closing while a puzzle was in "
               "play.\n\nDo you want to restore the puzzle as it was?\n",
@@ -95,9 +83,9 @@ TEST_F(Recovery, AfterASuddenEndTheNextStartOffersItBackYesRestoresItAndNoDiscar
     EXPECT_TRUE(board == game::board());
     EXPECT_EQ(player, thePuzzle.puzzlePath);  // the next save goes to the player's file
     EXPECT_TRUE(HasUnsavedChanges());
+    EXPECT_EQ(mine, game::bytesOf(player));
 
     game::restart({"no"}, suddenEnd);
     EXPECT_FALSE(thePuzzle.made);
-    EXPECT_FALSE(exists(kept));
-    DeleteFileA(aside.c_str());
+    EXPECT_FALSE(game::exists(kept));
 }

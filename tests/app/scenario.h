@@ -3,7 +3,6 @@
 // collections of the test pictures, and the preview the board shows.
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -28,9 +27,7 @@ inline void neutral()
     UpdateCommandStates();
 }
 
-// Tests that start and end in that state.
-class Neutral : public ::testing::Test {
-protected:
+struct Neutral : ::testing::Test {
     void SetUp() override { neutral(); }
     void TearDown() override { neutral(); }
 };

@@ -1,8 +1,8 @@
-// The cut: cells, knobs and the kinds of facing sides, outlines that tile the puzzle, where
-// Make scatters the pieces and what it sets up around them; which piece a press finds, and
-// the stacking order.
+// The cut: cells, knobs and facing sides, outlines that tile the puzzle, where Make scatters the
+// pieces and what it sets up around them; which piece a press finds, and the stacking order.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -14,8 +14,7 @@
 
 namespace {
 
-class Cut : public ::testing::Test {
-protected:
+struct Cut : ::testing::Test {
     void TearDown() override { game::end(); }
 };
 
@@ -28,40 +27,54 @@ int pieceAt(HWND window, int x, int y)
 }  // namespace
 
 // The first w % columns columns and h % rows rows are a pixel larger, so that the cells tile
-// the puzzle; knobs take an eighth of the base cell height, and each tab grows the box by
-// twice that. The outlines at home overlap nowhere and cover the puzzle exactly: each tab
-// fills its neighbour's socket.
-TEST_F(Cut, CellsAndOutlinesTileThePuzzleAndKnobsFollowTheBaseCellHeight)
+// the puzzle; knobs take an eighth of the base cell height, each tab growing the box by twice
+// that. The outlines at home overlap nowhere and cover the puzzle. Across every inner side a
+// tab meets a socket and each piece knows the other as its neighbour; the border is flat.
+TEST_F(Cut, CellsAndOutlinesTileThePuzzleKnobsFollowTheBaseCellHeightAndFacingSidesFit)
 {
     const int cuts[][5] = {{101, 95, 10, 10, 1}, {253, 41, 7, 1, 5}, {41, 253, 1, 7, 4},
                            {123, 77, 1, 1, 9},   {800, 64, 2, 1, 8}, {70, 70, 10, 10, 0},
                            {251, 167, 7, 5, 4}};
+    auto fit = [](KnobKind a, KnobKind b) { return a != b && a > Flat && b > Flat; };
+    int tabs = 0, sockets = 0;  // both kinds occur, not one side's always
     for (const auto& [w, h, columns, rows, knob] : cuts) {
         game::make(w, h, columns, rows);
         SCOPED_TRACE(testing::Message() << w << "x" << h << " in " << columns << "x" << rows);
         HRGN all = CreateRectRgn(0, 0, 0, 0), piece = CreateRectRgn(0, 0, 0, 0);
         HRGN both = CreateRectRgn(0, 0, 0, 0);
-        for (int row = 0, top = thePuzzle.originY; row < rows;
-             top += h / rows + (row < h % rows), ++row) {
+        for (int p = 0; p < columns * rows; ++p) {
+            const int row = p / columns, column = p % columns;
+            const bool right = column + 1 < columns, below = row + 1 < rows;
+            const int cellW = w / columns + (column < w % columns);
             const int cellH = h / rows + (row < h % rows);
-            for (int column = 0, left = thePuzzle.originX; column < columns; ++column) {
-                const int cellW = w / columns + (column < w % columns);
-                const Piece& at = thePuzzle.pieces[row * columns + column];
-                RECT cell = at.getBounds(false, true, false);
-                OffsetRect(&cell, at.homeX, at.homeY);
-                const int across = (at.knobLeft == Out) + (at.knobRight == Out);
-                const int down = (at.knobTop == Out) + (at.knobBottom == Out);
-                EXPECT_TRUE(game::same(RECT{left, top, left + cellW, top + cellH}, cell) &&
-                            at.knobSize == knob && at.width == cellW + 2 * knob * across &&
-                            at.height == cellH + 2 * knob * down)
-                    << row << "," << column;
-                CombineRgn(piece, at.region, nullptr, RGN_COPY);
-                OffsetRgn(piece, at.homeX, at.homeY);
-                EXPECT_EQ(NULLREGION, CombineRgn(both, all, piece, RGN_AND))
-                    << row << "," << column;
-                CombineRgn(all, all, piece, RGN_OR);
-                left += cellW;
-            }
+            const int left =
+                thePuzzle.originX + column * (w / columns) + std::min(column, w % columns);
+            const int top = thePuzzle.originY + row * (h / rows) + std::min(row, h % rows);
+            const Piece& at = thePuzzle.pieces[p];
+            RECT cell = at.getBounds(false, true, false);
+            OffsetRect(&cell, at.homeX, at.homeY);
+            const int across = (at.knobLeft == Out) + (at.knobRight == Out);
+            const int down = (at.knobTop == Out) + (at.knobBottom == Out);
+            EXPECT_TRUE(game::same(RECT{left, top, left + cellW, top + cellH}, cell) &&
+                        at.knobSize == knob && at.width == cellW + 2 * knob * across &&
+                        at.height == cellH + 2 * knob * down)
+                << "piece " << p;
+            EXPECT_TRUE((row || at.knobTop == Flat) && (column || at.knobLeft == Flat) &&
+                        (right ? fit(at.knobRight, thePuzzle.pieces[p + 1].knobLeft)
+                               : at.knobRight == Flat) &&
+                        (below ? fit(at.knobBottom, thePuzzle.pieces[p + columns].knobTop)
+                               : at.knobBottom == Flat) &&
+                        at.neighbourLeft == (column ? p - 1 : -1) &&
+                        at.neighbourUp == (row ? p - columns : -1) &&
+                        at.neighbourRight == (right ? p + 1 : -1) &&
+                        at.neighbourDown == (below ? p + columns : -1))
+                << "piece " << p;
+            tabs += (at.knobBottom == Out) + (at.knobRight == Out);
+            sockets += (at.knobBottom == In) + (at.knobRight == In);
+            CombineRgn(piece, at.region, nullptr, RGN_COPY);
+            OffsetRgn(piece, at.homeX, at.homeY);
+            EXPECT_EQ(NULLREGION, CombineRgn(both, all, piece, RGN_AND)) << "piece " << p;
+            CombineRgn(all, all, piece, RGN_OR);
         }
         SetRectRgn(piece, thePuzzle.originX, thePuzzle.originY, thePuzzle.originX + w,
                    thePuzzle.originY + h);
@@ -69,44 +82,11 @@ TEST_F(Cut, CellsAndOutlinesTileThePuzzleAndKnobsFollowTheBaseCellHeight)
         for (HRGN region : {all, piece, both})
             DeleteObject(region);
     }
+    EXPECT_GT(tabs, 150);
+    EXPECT_GT(sockets, 150);
 }
 
-// Across every inner side a tab meets a socket and each piece knows the other as its
-// neighbour, which joins go by; the border is flat and has no neighbours.
-TEST_F(Cut, FacingSidesFitAndTheBorderIsFlat)
-{
-    auto fit = [](KnobKind a, KnobKind b) {
-        return (a == Out && b == In) || (a == In && b == Out);
-    };
-    const int grids[][3] = {{5, 1, 1}, {1, 5, 1}, {1, 1, 1}, {7, 5, 20}};  // and how many seeds
-    int tabs = 0, sockets = 0;  // both kinds occur, not one side's always
-    for (const auto& [columns, rows, seeds] : grids) {
-        for (int seed = 1; seed <= seeds; ++seed) {
-            game::make(140, 100, columns, rows, seed);
-            for (int p = 0; p < thePuzzle.pieceCount; ++p) {
-                const Piece* piece = &thePuzzle.pieces[p];
-                const int row = p / columns, column = p % columns;
-                EXPECT_TRUE((row || piece->knobTop == Flat) &&
-                            (column || piece->knobLeft == Flat) &&
-                            (column + 1 < columns ? fit(piece->knobRight, piece[1].knobLeft)
-                                                  : piece->knobRight == Flat) &&
-                            (row + 1 < rows ? fit(piece->knobBottom, piece[columns].knobTop)
-                                            : piece->knobBottom == Flat) &&
-                            piece->neighbourLeft == (column ? p - 1 : -1) &&
-                            piece->neighbourUp == (row ? p - columns : -1) &&
-                            piece->neighbourRight == (column + 1 < columns ? p + 1 : -1) &&
-                            piece->neighbourDown == (row + 1 < rows ? p + columns : -1))
-                    << columns << "x" << rows << " seed " << seed << " piece " << p;
-                tabs += (piece->knobBottom == Out) + (piece->knobRight == Out);
-                sockets += (piece->knobBottom == In) + (piece->knobRight == In);
-            }
-        }
-    }
-    EXPECT_GT(tabs, 200);
-    EXPECT_GT(sockets, 200);
-}
-
-TEST_F(Cut, PiecesAreScatteredOnTheBoardAndNeverOverThePreview)
+TEST_F(Cut, MakeScattersOnTheBoardOffThePreviewAndKeepsThePuzzleFileOnlyForTheSamePicture)
 {
     for (unsigned seed : {1u, 2u, 3u}) {
         game::make(400, 300, 16, 12, seed, Rectangular);
@@ -129,10 +109,7 @@ TEST_F(Cut, PiecesAreScatteredOnTheBoardAndNeverOverThePreview)
     game::make(client.right - 50, client.bottom - appState.paintOriginY - 50, 1, 1, 5, Rectangular);
     EXPECT_EQ(thePuzzle.previewX + thePuzzle.previewWidth + 5, game::cell(0).left);
     EXPECT_EQ(thePuzzle.previewY + thePuzzle.previewHeight + 5, game::cell(0).top);
-}
 
-TEST_F(Cut, MakeKeepsThePuzzleFileOnlyForTheSamePicture)
-{
     game::make(200, 200, 2, 2);
     strcpy(thePuzzle.puzzlePath, "Z:\\kept.fpp");
     game::command(IDM_MAKE);
@@ -186,7 +163,6 @@ TEST_F(Cut, APressFindsTheTopmostFreePieceOfItsWindow)
                               {1, 10, 10, 0},    {1, 109, 109, 0},  {1, 110, 50, -1}};
     for (const auto& [inTray, x, y, piece] : presses)  // board or tray, where, what is found
         EXPECT_EQ(piece, pieceAt(inTray ? tray : board, x, y)) << inTray << ": " << x << "," << y;
-    // Over the set piece, the free one beneath it; where only the set piece lies, none.
     EXPECT_EQ(3, pieceAt(board, homeX + 60, homeY + 50));
     EXPECT_EQ(-1, pieceAt(board, homeX + 20, homeY + 50));
     thePuzzle.raiseToTop(1);
@@ -213,18 +189,14 @@ TEST_F(Cut, APressFindsTheTopmostFreePieceOfItsWindow)
 TEST_F(Cut, RaisingAndLoweringKeepTheStackingOrderWhole)
 {
     game::make(250, 50, 5, 1);
-    const struct {
-        bool raise;
-        int piece;
-        std::vector<int> order;  // bottom first
-    } steps[] = {{true, 1, {0, 2, 3, 4, 1}}, {false, 3, {3, 0, 2, 4, 1}},
-                 {true, 1, {3, 0, 2, 4, 1}}, {false, 3, {3, 0, 2, 4, 1}},
-                 {true, 3, {0, 2, 4, 1, 3}}, {false, 1, {1, 0, 2, 4, 3}},
-                 {true, 0, {1, 2, 4, 3, 0}}};
-    for (const auto& step : steps) {
-        step.raise ? thePuzzle.raiseToTop(step.piece) : thePuzzle.sendToBottom(step.piece);
-        ASSERT_EQ(step.order, std::vector<int>(thePuzzle.zOrder, thePuzzle.zOrder + 5))
-            << (step.raise ? "raised " : "lowered ") << step.piece;
+    const std::tuple<bool, int, std::vector<int>> steps[] = {
+        {true, 1, {0, 2, 3, 4, 1}},  {false, 3, {3, 0, 2, 4, 1}}, {true, 1, {3, 0, 2, 4, 1}},
+        {false, 3, {3, 0, 2, 4, 1}}, {true, 3, {0, 2, 4, 1, 3}},  {false, 1, {1, 0, 2, 4, 3}},
+        {true, 0, {1, 2, 4, 3, 0}}};
+    for (const auto& [raise, piece, bottomFirst] : steps) {
+        raise ? thePuzzle.raiseToTop(piece) : thePuzzle.sendToBottom(piece);
+        ASSERT_EQ(bottomFirst, std::vector<int>(thePuzzle.zOrder, thePuzzle.zOrder + 5))
+            << (raise ? "raised " : "lowered ") << piece;
         for (int z = 0; z < 5; ++z)
             ASSERT_EQ(z, thePuzzle.pieces[thePuzzle.zOrder[z]].zIndex);
     }
