@@ -1,7 +1,6 @@
 #include "tests/support/game.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 
@@ -144,12 +143,7 @@ std::string start(std::vector<std::string> answers)
 
 const std::string& settingsKey()
 {
-    static const std::string key = [] {
-        char path[MAX_PATH] = {};
-        GetModuleFileNameA(nullptr, path, MAX_PATH);
-        return "Software\\Tovira Software\\ToviraPuzzle Tests\\" +
-               std::string(strrchr(path, '\\') + 1);
-    }();
+    static const std::string key = "Software\\Tovira Software\\ToviraPuzzle Tests\\" TEST_PROGRAM;
     return key;
 }
 
