@@ -106,7 +106,7 @@ TEST_F(Shell, OptionsAreStoredAtOnceAndTheNextStartBringsBackWhatTheLastOneLeft)
     strcpy(appState.puzzleFolder, "C:\\Puzzles");
     game::restart({}, [] {
         HKEY key = nullptr;
-        RegOpenKeyExA(HKEY_CURRENT_USER, (game::settingsKey() + "\\Options").c_str(), 0,
+        RegOpenKeyExA(HKEY_CURRENT_USER, (std::string(game::SettingsKey) + "\\Options").c_str(), 0,
                       KEY_SET_VALUE, &key);
         RegDeleteValueA(key, "Interface Type");
         RegCloseKey(key);

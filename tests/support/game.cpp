@@ -60,8 +60,8 @@ std::string valuesOf(const char* leaf)
 {
     std::string lines;
     HKEY key = nullptr;
-    if (RegOpenKeyExA(HKEY_CURRENT_USER, (settingsKey() + "\\" + leaf).c_str(), 0, KEY_READ,
-                      &key) != ERROR_SUCCESS)
+    if (RegOpenKeyExA(HKEY_CURRENT_USER, (std::string(SettingsKey) + "\\" + leaf).c_str(), 0,
+                      KEY_READ, &key) != ERROR_SUCCESS)
         return lines;
     char name[256];
     BYTE value[MAX_PATH];
@@ -141,26 +141,20 @@ std::string start(std::vector<std::string> answers)
 
 }  // namespace
 
-const std::string& settingsKey()
-{
-    static const std::string key = "Software\\Tovira Software\\ToviraPuzzle Tests\\" TEST_PROGRAM;
-    return key;
-}
-
 HWND window()
 {
     if (programWindow)
         return programWindow;
     // A first start: no settings, a working folder of its own, the language dialog shown.
     for (const char* leaf : {"\\Options", "\\History", ""})
-        RegDeleteKeyA(HKEY_CURRENT_USER, (settingsKey() + leaf).c_str());
+        RegDeleteKeyA(HKEY_CURRENT_USER, (std::string(SettingsKey) + leaf).c_str());
     char temp[MAX_PATH];
     GetTempPathA(MAX_PATH, temp);
     startFolder = std::string(temp) + "tovira-unit-" + std::to_string(GetCurrentProcessId());
     CreateDirectoryA(startFolder.c_str(), nullptr);
     SetCurrentDirectoryA(startFolder.c_str());
     appState.instance = GetModuleHandleA(nullptr);
-    RedirectSettings(settingsKey().c_str());
+    RedirectSettings(SettingsKey);
     RegisterWindowClasses(appState.instance);
     start({});
     firstStart = valuesOf("Options") + valuesOf("History");

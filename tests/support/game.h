@@ -13,7 +13,7 @@
 namespace game {
 
 // A settings key of each test program's own, away from the player's and each other's.
-const std::string& settingsKey();
+constexpr const char* SettingsKey = "Software\\Tovira Software\\ToviraPuzzle Tests\\" TEST_PROGRAM;
 // The picture whose every pixel has a colour of its own (pixels.h), 1024 x 768.
 constexpr const char* Pattern = "pattern.bmp";
 
