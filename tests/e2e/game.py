@@ -11,6 +11,9 @@ WINE, WINESERVER = (os.environ.get(name, name.lower()) for name in ("WINE", "WIN
 CELLS_PICTURE = os.path.join(PICTURES, "cells.bmp")
 CELLS = [(255, 0, 0), (0, 255, 0), (0, 0, 255), (255, 255, 0), (255, 0, 255), (0, 255, 255)]
 CELL = 120
+# Top-lefts of the cells' pieces laid loose, red to cyan: clear of where red goes and the trays.
+LOOSE = [(620, 100), (800, 100), (620, 260), (800, 260), (560, 500), (820, 500)]
+MIDDLES = [(x + CELL // 2, y + CELL // 2) for x, y in LOOSE]  # where to grip them
 SIZE, PIECES = "Enter Puzzle Size in pixels", "Enter Number of Pieces"  # the two size dialogs
 Piece = collections.namedtuple("Piece", "box cell z set tray at")
 
@@ -191,6 +194,14 @@ class Game:
         key("alt+p", "p")
         self.answer("Open", path)
         self.path = path
+
+    def open_cells_puzzle(self, path, picture, origin, slots=LOOSE):
+        """Writes and opens the cells puzzle at origin, its pieces loose at slots, in order."""
+        name = ("Z:" + picture.replace("/", "\\")).encode()
+        header = struct.pack("<12iBBxx", *origin, 360, 240, 0, 0, 0, 0, 3, 2, 1, len(name), 0, 1)
+        loose = [struct.pack("<10iBBBx", x, y, z, *[0] * 8, 1, 0) for z, (x, y) in enumerate(slots)]
+        open(path, "wb").write(b"v001.0\0" + header + name + b"".join(loose))
+        self.open_puzzle(path)
 
     def save(self, path=None):
         """Saves, as path if given, and reads back the origin and pieces the program wrote."""

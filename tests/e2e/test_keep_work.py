@@ -2,12 +2,11 @@
 
 import os, shutil, struct, time
 
-from game import CELL, CELLS, CELLS_PICTURE, PICTURES, Game, Screen, dialog, key, windows_named
+from game import (CELL, CELLS, CELLS_PICTURE, LOOSE, MIDDLES, PICTURES, Game, Screen, dialog,
+                  key, windows_named)
 
 RED, YELLOW, CYAN, WHITE = CELLS[0], CELLS[3], CELLS[5], (255, 255, 255)
 ORIGIN = (240, 420)  # the puzzle area, in the main window's client area
-SLOTS = [(620, 100), (800, 100), (620, 260), (800, 260), (560, 500), (820, 500)]
-MIDDLES = [(x + 60, y + 60) for x, y in SLOTS]
 BOARD = (120, 60, 1024, 760)  # right of the tray column
 TRAY = (0, 160, 80, 700)      # a tray's content under the preview, clear of its bars
 
@@ -15,20 +14,15 @@ game = Game()
 picture, moved, start, kept, crafted, fpc = (os.path.join(game.folder, name) for name in (
     "mine.bmp", "moved.bmp", "start.fpp", "kept.fpp", "crafted.fpp", "two.fpc"))
 shutil.copy(CELLS_PICTURE, picture)
-# The cells puzzle at ORIGIN, its pieces loose in SLOTS and stacked in that order.
-name = ("Z:" + picture.replace("/", "\\")).encode()
-header = struct.pack("<12iBBxx", *ORIGIN, 360, 240, 0, 0, 0, 0, 3, 2, 1, len(name), 0, 1)
-loose = [struct.pack("<10iBBBx", x, y, z, *[0] * 8, 1, 0) for z, (x, y) in enumerate(SLOTS)]
-open(start, "wb").write(b"v001.0\0" + header + name + b"".join(loose))
-game.open_puzzle(start)
+game.open_cells_puzzle(start, picture, ORIGIN)
 Screen("keep-opened")
 game.carry(game.at(*MIDDLES[0]), game.at(ORIGIN[0] + 62, ORIGIN[1] + 61))
-game.carry(game.at(*MIDDLES[5]), game.at(SLOTS[4][0] + CELL + 62, SLOTS[4][1] + 62))
+game.carry(game.at(*MIDDLES[5]), game.at(LOOSE[4][0] + CELL + 62, LOOSE[4][1] + 62))
 key("alt+p", "t", pause=1.1)  # a tray under the preview, and yellow into it
 game.carry(game.at(*MIDDLES[3]), (50, 400))
 pieces = game.save(kept)[1]
 assert pieces[0].set and pieces[0].cell == ORIGIN, "red is not set at home"
-assert pieces[5].cell == (SLOTS[4][0] + CELL, SLOTS[4][1]), "cyan did not join magenta"
+assert pieces[5].cell == (LOOSE[4][0] + CELL, LOOSE[4][1]), "cyan did not join magenta"
 
 # Killed 40 s after a carry: the next start offers the puzzle back, as it lay.
 game.carry(game.at(*MIDDLES[1]), game.at(700, 600))
