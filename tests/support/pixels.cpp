@@ -34,11 +34,3 @@ COLORREF Snapshot::at(int x, int y) const
 {
     return pixels[static_cast<size_t>(y - top) * width + (x - left)];
 }
-
-int Snapshot::differences(const Snapshot& other) const
-{
-    int count = 0;
-    for (size_t i = 0; i < pixels.size() && i < other.pixels.size(); ++i)
-        count += pixels[i] != other.pixels[i];
-    return count;
-}

@@ -13,7 +13,6 @@ public:
     // (x, y) in the source's coordinates.
     COLORREF at(int x, int y) const;
     bool operator==(const Snapshot& other) const { return pixels == other.pixels; }
-    int differences(const Snapshot& other) const;
 
     int left, top, width, height;
     std::vector<COLORREF> pixels;
