@@ -44,6 +44,13 @@ inline std::string previewOnBoard()
     return "[" + std::to_string(w) + "x" + std::to_string(h) + "]";
 }
 
+// What the player is asked when the picture a file names has gone.
+inline std::string pictureGone(const std::string& path)
+{
+    return "File error: The picture of this puzzle cannot be opened: " + path +
+           "\n\nIt may have been moved or renamed. Do you want to look for it?\n";
+}
+
 // A collection file of test pictures, named without their folder, in the working folder's Col.
 inline std::string writeCollection(const char* name,
                                    std::vector<fileformat::CollectionFileEntry> entries)

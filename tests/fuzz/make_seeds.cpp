@@ -12,12 +12,9 @@ int main(int argc, char** argv)
     if (argc != 3)
         return 2;  // make_seeds PUZZLE-CORPUS COLLECTION-CORPUS
     const std::string puzzles = argv[1], collections = argv[2];
-    PuzzleFileContents rectangular = samples::puzzle(true);
-    rectangular.header.shapeMode = 1;
     const std::pair<std::string, std::vector<uint8_t>> seeds[] = {
         {puzzles + "/plain.fpp", encodePuzzleFile(samples::puzzle(false))},
         {puzzles + "/trays-and-groups.fpp", encodePuzzleFile(samples::puzzle(true))},
-        {puzzles + "/rectangular.fpp", encodePuzzleFile(rectangular)},
         {puzzles + "/tag-only.fpp", encodePuzzleFile(PuzzleFileContents())},
         {puzzles + "/recovery.fpr",
          encodeRecoveryFile({"C:\\My puzzles\\cat.fpp", samples::puzzle(true)})},
