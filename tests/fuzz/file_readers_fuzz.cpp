@@ -1,6 +1,5 @@
-// Any bytes given to every file reader - a puzzle file, a recovery file (which holds one), a
-// picture's header and a collection file: no crash, no unbounded allocation, and what a reader
-// accepts its writer writes back to the same bytes.
+// Any bytes to every file reader (puzzle, recovery, picture header, collection): no crash, no
+// unbounded allocation, and what a reader accepts its writer writes back to the same bytes.
 #include <cstdlib>
 
 #include "files/collection_format.h"

@@ -21,8 +21,8 @@ std::vector<std::pair<int, int>> places()
 
 bool inView(int p)
 {
-    RECT box = thePuzzle.pieces[p].getBounds(true, false, false), view = thePuzzle.boardView();
-    RECT shown;
+    RECT box = thePuzzle.pieces[p].getBounds(true, false, false), view = thePuzzle.boardView(),
+         shown;
     return IntersectRect(&shown, &box, &view) != FALSE;
 }
 

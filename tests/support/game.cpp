@@ -24,7 +24,7 @@ namespace game {
 namespace {
 
 constexpr int FileNameBox = 0x47C;  // the file name field of the common dialogs
-std::string startFolder;
+std::string startFolder, firstStart;
 
 // Answers the dialogs of this thread from a timer, which fires inside their modal loops.
 std::function<void(HWND)> responder;
@@ -52,8 +52,6 @@ int buttonOf(const std::string& name)
 {
     return name == "yes" ? IDYES : name == "no" ? IDNO : name == "cancel" ? IDCANCEL : IDOK;
 }
-
-std::string firstStart;
 
 // Every value of the tests' key leaf, as "leaf\name=value" lines.
 std::string valuesOf(const char* leaf)

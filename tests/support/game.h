@@ -44,7 +44,6 @@ void make(int w, int h, int columns, int rows, unsigned seed = 5, int shapeMode 
 void table(unsigned seed = 5);
 // Ends any carry and clears the puzzle, its file name and its unsaved changes.
 void end();
-// Runs a menu command as the menu does.
 void command(int id);
 
 // The cell of piece p (its box without tabs) where it lies; p moved, not carried, so that

@@ -1,6 +1,5 @@
 #pragma once
-// Pixels of surfaces, read without a GDI call each, and the test picture whose every pixel
-// has a colour of its own, so that tests can tell exactly which part of it a piece shows.
+// Pixels of surfaces, and the test picture whose every pixel has a colour of its own.
 #include <vector>
 #include <windows.h>
 

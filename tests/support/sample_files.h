@@ -1,6 +1,5 @@
 #pragma once
-// Small files as the writers produce them, for the format tests and as the fuzzers' seeds.
-// Plain C++, like the codecs.
+// Small files as the writers produce them, for the format tests and the fuzzers' seeds.
 #include <vector>
 
 #include "files/collection_format.h"
