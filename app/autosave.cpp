@@ -101,11 +101,10 @@ void OfferRecovery()
         removeRecoveryFile();
         return;
     }
-    int result;
-    {
+    const int result = [&] {
         const CommandScope scope;
-        result = openPuzzleContents(kept.puzzle);
-    }
+        return openPuzzleContents(kept.puzzle);
+    }();
     if (result == PuzzleFileLoaded) {
         // The puzzle goes on as it was: with its own file, and its changes still unsaved.
         lstrcpynA(thePuzzle.puzzlePath, kept.puzzlePath.c_str(), MAX_PATH);

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cstdint>
 
-// Cell index of count cells along a side of total pixels: the first total % count cells are
-// one pixel larger, so that the cells cover the side exactly.
+// Where cell index of count cells along a side of total pixels starts, and its size: the
+// first total % count cells are one pixel larger, so that the cells cover the side exactly.
 struct CellSpan {
     int64_t offset, size;
 };

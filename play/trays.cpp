@@ -145,6 +145,10 @@ int Puzzle::addTray(int id, HWND* window)
     ++trayCount;
     // Every new tray fills the column under the preview, down to the bottom of the board.
     followWindowSize();
+    const auto abandon = [&] {
+        closeTray(tray->id);
+        lastTrayId = previousLastId;
+    };
     bool made = false;
     try {
         made = tray->createWindow(previewX, previewY + previewHeight, previewWidth,
@@ -152,14 +156,12 @@ int Puzzle::addTray(int id, HWND* window)
                                   instance) != nullptr &&
                tray->imageDC && tray->imageBitmap;
     } catch (...) {
-        closeTray(tray->id);
-        lastTrayId = previousLastId;
+        abandon();
         throw;
     }
     if (!made) {
         // A tray without its window or image could never be shown or emptied.
-        closeTray(tray->id);
-        lastTrayId = previousLastId;
+        abandon();
         return 0;
     }
     if (window)

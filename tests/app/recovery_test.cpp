@@ -27,8 +27,8 @@ struct Recovery : ::testing::Test {
     // A piece set, two joined, one in a tray: a puzzle in play with unsaved changes.
     void play()
     {
-        const Piece& first = thePuzzle.pieces[0];
-        game::carry(0, first.homeX, first.homeY);
+        const POINT home = game::home(0);
+        game::carry(0, home.x, home.y);
         game::carry(10, 680, 440);
         game::carry(9, 628, 442);
         HWND tray = nullptr;

@@ -44,6 +44,12 @@ inline std::string previewOnBoard()
     return "[" + std::to_string(w) + "x" + std::to_string(h) + "]";
 }
 
+// The picture at path chosen for an open-image or add-image command, its dialogs answered.
+inline void choosePicture(int command, const std::string& path)
+{
+    game::answering([&] { game::command(command); }, {path, "ok", "ok"});
+}
+
 // What the player is asked when the picture a file names has gone.
 inline std::string pictureGone(const std::string& path)
 {

@@ -45,11 +45,6 @@ std::string menuText(UINT item, UINT by = MF_BYCOMMAND)
     return text;
 }
 
-void openImage(const char* name)
-{
-    game::answering([] { game::command(IDM_OPEN_IMAGE); }, {game::picture(name), "ok", "ok"});
-}
-
 using Shell = scenario::Neutral;
 
 }  // namespace
@@ -153,7 +148,7 @@ TEST_F(Shell, EveryMenuItemAndButtonIsOfferedExactlyWhenItsStateAllows)
             if (command == OpenThree)
                 scenario::openThree();
             else if (command == IDM_OPEN_IMAGE)
-                openImage("picture300x200.bmp");
+                scenario::choosePicture(IDM_OPEN_IMAGE, game::picture("picture300x200.bmp"));
             else
                 game::answering([&] { game::command(command); }, {"cancel"});
         }
@@ -201,8 +196,8 @@ TEST_F(Shell, RecentListsPutTheNewestFirstKeepThreeWithoutDuplicatesAndOpenTheir
                       game::setting("History", (stem + std::to_string(slot)).c_str()));
         }
     }
-    openImage("picture200x300.gif");
-    openImage("picture300x200.gif");
+    scenario::choosePicture(IDM_OPEN_IMAGE, game::picture("picture200x300.gif"));
+    scenario::choosePicture(IDM_OPEN_IMAGE, game::picture("picture300x200.gif"));
     game::answering([] { game::command(IDM_RECENT_PICTURE_FIRST + 1); });
     EXPECT_EQ(game::picture("picture200x300.gif"), loadedPicturePath);
 }
@@ -231,7 +226,7 @@ TEST_F(Shell, SpanishTextsReachTheMenusAndTheMessagesAndTheSizeAndPiecesButtonsT
     }
     DeleteFileA(text.c_str());
 
-    openImage("picture300x200.bmp");
+    scenario::choosePicture(IDM_OPEN_IMAGE, game::picture("picture300x200.bmp"));
     for (const auto& [button, dialog] : {std::pair{IDT_SET_SIZE, "Enter Puzzle Size in pixels"},
                                          std::pair{IDT_SET_PIECES, "Enter Number of Pieces"}})
         EXPECT_EQ(std::string(dialog) + ": \n",

@@ -86,7 +86,8 @@ protected:
     void playAndSave(const char* picture = game::Pattern)
     {
         game::make(400, 300, 8, 6, 5, Knobbed, picture);
-        game::carry(0, thePuzzle.pieces[0].homeX, thePuzzle.pieces[0].homeY);
+        const POINT home = game::home(0);
+        game::carry(0, home.x, home.y);
         game::carry(10, 680, 440);
         game::carry(9, 628, 442);
         game::carry(13, 680, 290);
@@ -295,8 +296,7 @@ TEST_F(Saving, APuzzleFromALargerScreenComesIntoReach)
     RECT shown, box = thePuzzle.pieces[30].getBounds(true, false, false);
     EXPECT_TRUE(IntersectRect(&shown, &box, &view));
     ASSERT_TRUE(thePuzzle.findTray(2, false));
-    GetWindowRect(thePuzzle.foundTray->window, &box);
-    MapWindowPoints(nullptr, thePuzzle.mainWindow, reinterpret_cast<POINT*>(&box), 2);
+    box = game::box(thePuzzle.foundTray->window);
     EXPECT_TRUE(box.top >= view.top && box.top + GetSystemMetrics(SM_CYCAPTION) <= view.bottom);
     EXPECT_TRUE(box.left < view.right - 32 && box.right > view.left + 32);
 }

@@ -34,7 +34,8 @@ PuzzleFileContents played(int columns, int rows, int shape, bool tray)
     game::make(240, 180, columns, rows, 3, shape, "picture200x200.bmp");
     for (int p = 0; p < thePuzzle.pieceCount; ++p)
         game::place(p, 150 + (p % 4) * 90, 120 + (p / 4) * 90);
-    game::carry(0, thePuzzle.pieces[0].homeX + 2, thePuzzle.pieces[0].homeY);
+    const POINT home = game::home(0);
+    game::carry(0, home.x + 2, home.y);
     game::place(5, 600, 500);
     game::carry(6, 600 + 240 / columns, 500);
     if (tray) {

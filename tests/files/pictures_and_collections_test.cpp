@@ -36,10 +36,6 @@ std::string shown()
            scenario::previewOnBoard();
 }
 
-const auto addImage = [](const std::string& path) {
-    game::answering([] { game::command(IDM_ADD_IMAGE); }, {path, "ok", "ok"});
-};
-
 const char* const Second = "2/3 picture200x300.jpg 500x400 7x5 [67x100]";
 
 }  // namespace
@@ -195,7 +191,7 @@ TEST_F(Collections, EveryCommandShowsTheEntryItLeavesCurrent)
     };
     for (const auto& [command, shows] : steps) {
         if (command == IDM_ADD_IMAGE)
-            addImage(game::picture("picture200x300.gif"));
+            scenario::choosePicture(IDM_ADD_IMAGE, game::picture("picture200x300.gif"));
         else if (command)
             game::command(command);
         ASSERT_EQ(shows, shown()) << "after command " << command;  // the next step needs it
@@ -212,10 +208,10 @@ TEST_F(Collections, UpdatedSettingsAreShownAgainAndKeptWhenSavedAndOpenedAgain)
     CopyFileA(game::picture("picture300x200.jpg").c_str(), moving.c_str(), FALSE);
     game::command(IDM_NEW_COLLECTION);
     makeParameters.adjustToImage = true;
-    addImage(moving);
+    scenario::choosePicture(IDM_ADD_IMAGE, moving);
     makeParameters.adjustToImage = false;
     makeParameters.width = makeParameters.height = 250;
-    addImage(game::picture("picture200x200.bmp"));
+    scenario::choosePicture(IDM_ADD_IMAGE, game::picture("picture200x200.bmp"));
     const char* const Last = "2/2 picture200x200.bmp 250x250 6x4 [100x100]";
     game::command(IDM_PREVIOUS_PUZZLE);
     EXPECT_EQ("1/2 moving.jpg 300x200 6x4 adjusted [100x67]", shown());
